@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// Reads and replaces regular files so that nothing is lost: what is not a regular file (a folder,
+/// a FIFO, a device, a symbolic link) cannot be opened, and never blocks.
+///
+/// No operation throws for a file's sake; any thread may call them.
+class SafeFile {
+public:
+    /// Whether the replaced version stays beside the file, with ".bak" behind its name.
+    enum class Backup { none, keep };
+
+    /// The whole content; nothing when the file cannot be opened or read.
+    static std::optional<std::string> read(const std::string& path);
+
+    /// Gives the file a new content: a reader sees the old bytes or the new, never a mix. Written
+    /// to a temporary file in the same folder, synced, renamed over the old one, the folder synced;
+    /// a new file gets mode 0644, a replaced one keeps its mode and owner. Where the folder refuses
+    /// new files but the file can be written, it is written in place.
+    ///
+    /// Returns an empty string, or why it failed (the step and the system's reason), with the old
+    /// content left in place.
+    static std::string replace(const std::string& path, std::string_view content, Backup backup);
+};

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <pthread.h>
+
+/// A POSIX mutex; callers pair acquire() and release() by hand.
+class KFMutex {
+public:
+    explicit KFMutex(bool recursive);
+    virtual ~KFMutex();
+
+    KFMutex(const KFMutex&) = delete;
+    KFMutex& operator=(const KFMutex&) = delete;
+
+    void acquire();
+    void release();
+    /// True when the lock was taken; never waits.
+    bool tryacquire();
+    pthread_mutex_t* getHandle() { return &m_mutex; }
+
+private:
+    pthread_mutexattr_t m_attr;
+    pthread_mutex_t m_mutex;
+};

@@ -1,0 +1,3 @@
+#include "ThreadTracer.h"
+
+void ThreadTracer::PrintMsg(TraceMsgType /*type*/, const char* /*format*/, ...) {}
