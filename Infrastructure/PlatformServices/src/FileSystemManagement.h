@@ -1,6 +1,8 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
+#include <system_error>
 
 /// Paths of the executable and of the data folders; creation, copying and deletion of files and
 /// folders.
@@ -9,4 +11,11 @@
 class FileSystemManagement {
 public:
     static char getFolderSeparator() { return '/'; }
+    /// The folder of the running executable, with its trailing separator.
+    static std::string getCurrentOutputDirectory()
+    {
+        std::error_code error;
+        const std::string path = std::filesystem::read_symlink("/proc/self/exe", error).string();
+        return path.substr(0, path.rfind('/') + 1);
+    }
 };

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "KFMutex.h"
+#include "RingFiles.h"
+
+#include <atomic>
+#include <deque>
+#include <string>
+
+/// Where the lines of the tracer and of the logger go: the base of both.
+///
+///     PrintString --- "console": standard output, at once
+///                 --- "msvc":    nowhere
+///                 --- else:      pending queue --- WriteOnFile ---> base_0.txt -> base_1.txt -.
+///                                                                       ^---------------------'
+///
+/// Lines wait in the queue for a write pass: at once when synchronous, else that of a background
+/// thread, which the derived facility owns. Any thread may call; the one recursive mutex guards
+/// everything here and in the derived facility. A file that cannot be opened is told on standard
+/// error and the lines stay queued.
+class LineOutput {
+public:
+    LineOutput(const LineOutput&) = delete;
+    LineOutput& operator=(const LineOutput&) = delete;
+
+    /// The folder of a bare file name, with its separator: must be set before the file name.
+    void SetFolderName(const std::string& folderName);
+
+    /// Chooses the output: "console", "msvc", or the base name of the ring, which goes on in the
+    /// file written last. A name without "/" and "\" is placed in the folder, or beside the
+    /// executable when there is none. Set the number of files first: it bounds the search.
+    void SetFileName(const std::string& name);
+
+    /// Remakes the current file's name from base name and index; the index wraps at the maximum.
+    void UpdateFileName();
+
+    /// Sends one finished line, its end of line included, to the output. An empty one is a
+    /// violation. Kept: on the console an empty line follows each line.
+    void PrintString(const std::string& line);
+
+    /// One write pass of the queue to the ring.
+    ///
+    /// Kept: a first open that fails leaves the mutex held; and after a change of file the next
+    /// pass empties the new file, so that the lines written to it by this pass are lost.
+    void WriteOnFile();
+
+    bool areAllMsgFlushed();
+
+    /// Writes what is queued before the process ends, in bounded time: gives up when the mutex
+    /// cannot be had within a second, and when the file cannot be opened. Leaves no mutex held.
+    void drain();
+
+    /// Whether each line is written at once, without a background thread.
+    bool isSynchronous() const { return m_synchronous; }
+    void setSynchronous(bool synchronous) { m_synchronous = synchronous; }
+    int getMaxFiles() const { return m_maxFiles; }
+    void setMaxFiles(int maxFiles) { m_maxFiles = maxFiles; }
+    int getMaxLinesPerFile() const { return m_maxLinesPerFile; }
+    void setMaxLinesPerFile(int maxLines) { m_maxLinesPerFile = maxLines; }
+    /// "console", "msvc" or the full name of the current ring file; empty until an output is set.
+    std::string getCurrentFileName();
+
+protected:
+    /// `facility` ("Tracer") begins the messages on standard error; it must be a literal.
+    explicit LineOutput(const char* facility);
+    ~LineOutput() = default;
+
+    /// Ends the process with status 1, after a message on standard output, when no output is set.
+    void requireFileName(const char* message);
+
+    /// Repeats write passes until nothing is pending, for ever when the file cannot be opened;
+    /// does nothing when synchronous. The caller holds the mutex.
+    void writeAllPending();
+
+    KFMutex m_mutex{true};
+
+private:
+    bool writesFiles() const;
+    std::string ringBase(const std::string& name) const;
+    void resumeRing();
+    bool openCurrentFile();
+    void openFile(RingFiles::Mode mode);
+    void writePending();
+    bool changeFile();
+    bool acquireInBoundedTime();
+
+    const char* m_facility;
+    std::atomic<bool> m_synchronous = false;
+    std::atomic<int> m_maxFiles = 10;
+    std::atomic<int> m_maxLinesPerFile = 100000;
+    long m_fileIndex = 0;
+    long m_linesInFile = 0;
+    std::string m_baseFileName;
+    std::string m_currentFileName;
+    std::string m_folderName;
+    RingFiles::File m_file; ///< open only inside a write pass
+    bool m_truncateOnOpen = false;
+    std::deque<std::string> m_pending;
+};

@@ -1,0 +1,40 @@
+#include "MessageFormatter.h"
+
+#include <array>
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+constexpr int c_shortSize = 2048;
+constexpr int c_longSize = 20000;
+
+// Strictly greater: a text of exactly `size` characters lacks its last one and counts as whole.
+bool isCut(int length, int size)
+{
+    return length < 0 || length > size;
+}
+
+__attribute__((format(printf, 1, 0))) std::string formatLong(const char* format, va_list arguments)
+{
+    std::string text(c_longSize, '\0');
+    const int length = std::vsnprintf(text.data(), c_longSize, format, arguments);
+    text.resize(std::strlen(text.c_str()));
+    if (isCut(length, c_longSize))
+        text += " ...";
+    return text;
+}
+
+} // namespace
+
+std::string MessageFormatter::format(const char* format, va_list arguments)
+{
+    va_list secondArguments;
+    va_copy(secondArguments, arguments);
+    std::array<char, c_shortSize> area{};
+    const int length = std::vsnprintf(area.data(), area.size(), format, arguments);
+    std::string text =
+        isCut(length, c_shortSize) ? formatLong(format, secondArguments) : area.data();
+    va_end(secondArguments);
+    return text;
+}

@@ -1,0 +1,91 @@
+#include "RingFiles.h"
+
+#include <array>
+#include <ctime>
+#include <optional>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+struct Modification {
+    long date; ///< year, month and day as the decimal digits YYYYMMDD
+    long time; ///< hour, minute and second as the decimal digits HHMMSS
+};
+
+std::optional<Modification> modificationOf(const std::string& path)
+{
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0)
+        return std::nullopt;
+    std::tm local{};
+    localtime_r(&status.st_mtime, &local);
+    return Modification{
+        (local.tm_year + 1900L) * 10000 + (local.tm_mon + 1) * 100 + local.tm_mday,
+        local.tm_hour * 10000L + local.tm_min * 100 + local.tm_sec};
+}
+
+// O_NONBLOCK, so that a FIFO is opened or refused at once; it changes nothing on a regular file.
+RingFiles::File openRegular(const std::string& path, int flags, const char* streamMode)
+{
+    constexpr mode_t newFileMode = 0644;
+    const int descriptor =
+        ::open(path.c_str(), flags | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY, newFileMode);
+    if (descriptor < 0)
+        return nullptr;
+    struct stat status {};
+    if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+        close(descriptor);
+        return nullptr;
+    }
+    std::FILE* const stream = fdopen(descriptor, streamMode);
+    if (stream == nullptr)
+        close(descriptor);
+    return RingFiles::File(stream);
+}
+
+} // namespace
+
+std::string RingFiles::name(const std::string& base, long index)
+{
+    return base + "_" + std::to_string(index) + ".txt";
+}
+
+long RingFiles::findLastUsed(const std::string& base, long maxFiles)
+{
+    Modification previous{};
+    long index = 0;
+    for (; index <= maxFiles; ++index) {
+        const auto modification = modificationOf(name(base, index));
+        if (!modification || modification->date < previous.date ||
+            modification->time < previous.time)
+            break;
+        previous = *modification;
+    }
+    return index - 1;
+}
+
+RingFiles::File RingFiles::open(const std::string& path, Mode mode)
+{
+    if (mode == Mode::append)
+        return openRegular(path, O_WRONLY | O_CREAT | O_APPEND, "a");
+    return openRegular(path, O_RDWR | O_CREAT | O_TRUNC, "w+");
+}
+
+long RingFiles::countLines(const std::string& path)
+{
+    const File file = openRegular(path, O_RDONLY, "r");
+    if (!file)
+        return 0;
+    long lines = 0;
+    int previous = '\n';
+    for (int character = std::getc(file.get()); character != EOF;
+         character = std::getc(file.get())) {
+        if (previous == '\n')
+            ++lines;
+        previous = character;
+    }
+    return lines;
+}
