@@ -1,0 +1,6 @@
+#include "LoggerConfigFileScanner.h"
+
+LoggerConfigFileScanner::LoggerConfigFileScanner(const char* fileName)
+    : LoggerScanner(readFile(fileName, "log"))
+{
+}

@@ -1,0 +1,6 @@
+#include "TracerConfigFileScanner.h"
+
+TracerConfigFileScanner::TracerConfigFileScanner(const char* fileName)
+    : TracerScanner(readFile(fileName, "tracer"))
+{
+}
