@@ -1,0 +1,12 @@
+#pragma once
+
+#include "KFLocalizerException.h"
+
+/// The localizer was initialised twice, be it with the same file.
+class KFLocalizerAlreadyInitializedException : public KFLocalizerException {
+public:
+    KFLocalizerAlreadyInitializedException(const std::string& fileName, int line)
+        : KFLocalizerException("LOCALIZER_ALREADY_INITIALIZED", fileName, line)
+    {
+    }
+};

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "KFLocalizerException.h"
+
+/// The localization file is not UTF-8 text: the only format error there is.
+class KFLocalizerFileNotCorrectlyFormattedException : public KFLocalizerException {
+public:
+    KFLocalizerFileNotCorrectlyFormattedException(const std::string& fileName, int line)
+        : KFLocalizerException("FILE_NOT_CORRECTLY_FORMATTED", fileName, line)
+    {
+    }
+};

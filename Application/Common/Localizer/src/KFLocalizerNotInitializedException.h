@@ -1,0 +1,12 @@
+#pragma once
+
+#include "KFLocalizerException.h"
+
+/// A text was asked for before a localization file was loaded.
+class KFLocalizerNotInitializedException : public KFLocalizerException {
+public:
+    KFLocalizerNotInitializedException(const std::string& fileName, int line)
+        : KFLocalizerException("LOCALIZER_NOT_INITIALIZED", fileName, line)
+    {
+    }
+};
