@@ -1,21 +1,64 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
-#include <system_error>
 
 /// Paths of the executable and of the data folders; creation, copying and deletion of files and
 /// folders.
 ///
-/// Paths use "/". No operation throws: a failure is false or an empty string.
+/// Paths use "/". No operation throws: a failure is false or an empty string. Any thread may call
+/// them, but createFolder() and copyFolder() set the file mode mask of the whole process to 0 and
+/// leave it so: a file that others must not write gets its mode explicitly.
 class FileSystemManagement {
 public:
     static char getFolderSeparator() { return '/'; }
-    /// The folder of the running executable, with its trailing separator.
-    static std::string getCurrentOutputDirectory()
-    {
-        std::error_code error;
-        const std::string path = std::filesystem::read_symlink("/proc/self/exe", error).string();
-        return path.substr(0, path.rfind('/') + 1);
-    }
+
+    /// Absolute, symbolic links resolved.
+    static std::string getCurrentExecutableFullPath();
+    static std::string getCurrentExecutableName();
+    /// With its separator at the end.
+    static std::string getCurrentExecutableDirectory();
+    /// The executable's directory.
+    static std::string getCurrentOutputDirectory();
+
+    /// At most 2048 bytes long, empty otherwise; without a separator at the end, like the next.
+    static std::string getUserAppDataDirectory();
+    /// The data folder of all users. TAV_COMMON_DATA_DIR replaces it for tests and trials, except
+    /// in a process that runs with more rights than the one that started it.
+    static std::string getCommonAppDataDirectory();
+    static std::string getUserDesktopFolder();
+
+    /// Whether anything stands under the path: a folder or a dangling link counts too.
+    static bool existFile(const std::string& path);
+    /// Links are followed.
+    static bool existFolder(const std::string& path);
+
+    /// Creates the folder and all missing parents, open to everybody.
+    static bool createFolder(const std::string& path);
+    /// Creates the folder too. An existing file keeps its content.
+    static bool createFile(const std::string& folder, const std::string& name);
+
+    /// Copies one regular file. The destination is emptied first, whether there is a source or not.
+    static bool Copy(const std::string& source, const std::string& destination);
+    /// Copies the files of a folder tree whose names hold the fixed part of the pattern: the
+    /// pattern without its first "*.*", or else without its first "*". Links are followed; what is
+    /// neither file nor folder is left out. Ends at the first failure.
+    static bool copyFolder(
+        const std::string& source, const std::string& destination, const std::string& pattern);
+
+    /// Returns true when the removal FAILED. kept: callers rely on the inverted result.
+    static bool deleteFile(const std::string& path);
+    static bool DeleteEmptyFolder(const std::string& path);
+    /// Empties the folder; links are removed, not followed, and what cannot be removed is passed
+    /// over. Returns with `removeSelf` whether the folder itself is gone, else whether there was
+    /// anything in it.
+    static bool deleteFolder(const std::string& path, bool removeSelf);
+
+    /// Does nothing. kept: false on this platform.
+    static bool RemoveReadOnly(const std::string& path);
+    /// Does nothing. kept: true on this platform.
+    static bool Move(const std::string& source, const std::string& destination);
+    /// Does nothing. kept: empty on this platform, the default is not returned.
+    static std::string ReadParamFromIniFile(
+        const std::string& file, const std::string& section, const std::string& key,
+        const std::string& defaultValue);
 };

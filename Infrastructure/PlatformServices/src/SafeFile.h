@@ -13,13 +13,18 @@ public:
     /// Whether the replaced version stays beside the file, with ".bak" behind its name.
     enum class Backup { none, keep };
 
+    /// Whether a symbolic link is refused or leads to the file that it names.
+    enum class Links { refuse, follow };
+
     /// The whole content; nothing when the file cannot be opened or read.
-    static std::optional<std::string> read(const std::string& path);
+    static std::optional<std::string> read(const std::string& path, Links links = Links::refuse);
 
     /// Gives the file a new content: a reader sees the old bytes or the new, never a mix. Written
     /// to a temporary file in the same folder, synced, renamed over the old one, the folder synced;
-    /// a new file gets mode 0644, a replaced one keeps its mode and owner. Where the folder refuses
-    /// new files but the file can be written, it is written in place.
+    /// a new file gets mode 0644, a replaced one keeps its mode and owner.
+    ///
+    /// Where the folder refuses new files, or the file refuses a new owner, but the file can be
+    /// written, it is written in place: a reader may then see a mix, and no backup is made.
     ///
     /// Returns an empty string, or why it failed (the step and the system's reason), with the old
     /// content left in place.

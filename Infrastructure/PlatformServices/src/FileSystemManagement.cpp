@@ -1,0 +1,221 @@
+#include "FileSystemManagement.h"
+
+#include "Folder.h"
+#include "RegularFile.h"
+#include "SystemFolders.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <exception>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr mode_t folderMode = S_IRWXU | S_IRWXG | S_IRWXO;
+constexpr mode_t fileMode = S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH;
+
+std::string dataFolder(const std::string& path)
+{
+    constexpr std::size_t longestPath = 2048;
+    return path.size() <= longestPath ? path : std::string();
+}
+
+bool emptyFolder(const Folder& folder);
+
+// Works in the open folder, so that a link put in the place of a sub-folder meanwhile leads
+// nowhere.
+void removeEntry(const Folder& folder, const std::string& name)
+{
+    struct stat status {};
+    if (fstatat(folder.descriptor(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return;
+    if (S_ISDIR(status.st_mode)) {
+        emptyFolder(Folder(folder.descriptor(), name, O_NOFOLLOW));
+        unlinkat(folder.descriptor(), name.c_str(), AT_REMOVEDIR);
+    } else if (S_ISREG(status.st_mode) || S_ISLNK(status.st_mode)) {
+        unlinkat(folder.descriptor(), name.c_str(), 0);
+    }
+}
+
+// Whether there was anything in it.
+bool emptyFolder(const Folder& folder)
+{
+    const std::vector<std::string> names = folder.names().value_or(std::vector<std::string>());
+    for (const std::string& name : names)
+        removeEntry(folder, name);
+    return !names.empty();
+}
+
+// "*.*" goes whole; of "*.txt" only the star goes, so that ".txt" is left.
+std::string fixedPart(std::string pattern)
+{
+    if (const std::size_t any = pattern.find("*.*"); any != std::string::npos)
+        return pattern.erase(any, 3);
+    std::size_t star = pattern.find("*.");
+    if (star == std::string::npos)
+        star = pattern.find('*');
+    return star == std::string::npos ? pattern : pattern.erase(star, 1);
+}
+
+bool makeFolder(const std::string& path)
+{
+    return mkdir(path.c_str(), folderMode) == 0 || errno == EEXIST;
+}
+
+// kept: the fixed part may stand anywhere in the name.
+bool copyEntry(
+    const std::string& source, const std::string& destination, const std::string& name,
+    const std::string& fixed)
+{
+    const std::string from = source + "/" + name;
+    const std::string to = destination + "/" + name;
+    struct stat status {};
+    if (stat(from.c_str(), &status) != 0)
+        return false;
+    if (S_ISDIR(status.st_mode))
+        return makeFolder(to) && FileSystemManagement::copyFolder(from, to, fixed);
+    if (S_ISREG(status.st_mode) && name.find(fixed) != std::string::npos)
+        return FileSystemManagement::Copy(from, to);
+    return true;
+}
+
+} // namespace
+
+std::string FileSystemManagement::getCurrentExecutableFullPath()
+{
+    return SystemFolders::executable();
+}
+
+std::string FileSystemManagement::getCurrentExecutableName()
+{
+    const std::string path = getCurrentExecutableFullPath();
+    return path.substr(path.rfind('/') + 1);
+}
+
+std::string FileSystemManagement::getCurrentExecutableDirectory()
+{
+    const std::string path = getCurrentExecutableFullPath();
+    return path.substr(0, path.rfind('/') + 1);
+}
+
+std::string FileSystemManagement::getCurrentOutputDirectory()
+{
+    return getCurrentExecutableDirectory();
+}
+
+std::string FileSystemManagement::getUserAppDataDirectory()
+{
+    return dataFolder(SystemFolders::userData());
+}
+
+std::string FileSystemManagement::getCommonAppDataDirectory()
+{
+    return dataFolder(SystemFolders::commonData());
+}
+
+std::string FileSystemManagement::getUserDesktopFolder()
+{
+    return SystemFolders::desktop();
+}
+
+bool FileSystemManagement::existFile(const std::string& path)
+{
+    struct stat status {};
+    return lstat(path.c_str(), &status) == 0;
+}
+
+bool FileSystemManagement::existFolder(const std::string& path)
+{
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+bool FileSystemManagement::createFolder(const std::string& path)
+{
+    if (path.empty())
+        return false;
+    umask(0); // kept: folders are open to everybody, and the mask stays so
+    for (std::size_t end = 1; end <= path.size(); ++end) {
+        const bool endsComponent = (end == path.size() || path[end] == '/') && path[end - 1] != '/';
+        if (!endsComponent)
+            continue;
+        const std::string prefix = path.substr(0, end);
+        if (!existFolder(prefix) && mkdir(prefix.c_str(), folderMode) != 0)
+            return false;
+    }
+    return true;
+}
+
+bool FileSystemManagement::createFile(const std::string& folder, const std::string& name)
+try {
+    if (!createFolder(folder))
+        return false;
+    const bool separated = folder.ends_with('/') || folder.ends_with('\\');
+    const std::string path = folder + (separated ? "" : "/") + name;
+    const RegularFile created(AT_FDCWD, path, O_WRONLY | O_APPEND | O_CREAT, fileMode);
+    return true;
+} catch (const std::exception&) {
+    return false;
+}
+
+bool FileSystemManagement::Copy(const std::string& source, const std::string& destination)
+try {
+    if (source.empty())
+        return false;
+    const RegularFile target(AT_FDCWD, destination, O_WRONLY | O_CREAT | O_TRUNC, fileMode);
+    const RegularFile origin(AT_FDCWD, source, O_RDONLY);
+    target.write(origin.readAll());
+    return true;
+} catch (const std::exception&) {
+    return false;
+}
+
+bool FileSystemManagement::copyFolder(
+    const std::string& source, const std::string& destination, const std::string& pattern)
+{
+    umask(0); // kept: as in createFolder()
+    const std::string fixed = fixedPart(pattern);
+    if (!existFolder(source) || !createFolder(destination))
+        return false;
+    const auto names = Folder(AT_FDCWD, source).names();
+    return names && std::all_of(names->begin(), names->end(), [&](const std::string& name) {
+               return copyEntry(source, destination, name, fixed);
+           });
+}
+
+bool FileSystemManagement::deleteFile(const std::string& path)
+{
+    return std::remove(path.c_str()) != 0;
+}
+
+bool FileSystemManagement::DeleteEmptyFolder(const std::string& path)
+{
+    return rmdir(path.c_str()) == 0;
+}
+
+bool FileSystemManagement::deleteFolder(const std::string& path, bool removeSelf)
+{
+    const bool hadEntries = emptyFolder(Folder(AT_FDCWD, path));
+    return removeSelf ? rmdir(path.c_str()) == 0 : hadEntries;
+}
+
+bool FileSystemManagement::RemoveReadOnly(const std::string& /*path*/)
+{
+    return false;
+}
+
+bool FileSystemManagement::Move(const std::string& /*source*/, const std::string& /*destination*/)
+{
+    return true;
+}
+
+std::string FileSystemManagement::ReadParamFromIniFile(
+    const std::string& /*file*/, const std::string& /*section*/, const std::string& /*key*/,
+    const std::string& /*defaultValue*/)
+{
+    return {};
+}

@@ -1,0 +1,119 @@
+#include "SystemFolders.h"
+
+#include "SafeFile.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <sstream>
+#include <string_view>
+
+#include <pwd.h>
+#include <sys/auxv.h>
+#include <unistd.h>
+
+namespace {
+
+std::string withoutLastSeparators(std::string path)
+{
+    while (path.size() > 1 && path.back() == '/')
+        path.pop_back();
+    return path;
+}
+
+// An empty variable counts as none.
+std::string environment(const char* name)
+{
+    const char* value = std::getenv(name);
+    return value != nullptr ? withoutLastSeparators(value) : std::string();
+}
+
+// The base directories count only when they are absolute.
+std::string baseFolder(const char* variable, const std::string& fallback)
+{
+    const std::string folder = environment(variable);
+    return folder.starts_with('/') ? folder : fallback;
+}
+
+std::string homeOfPasswordDatabase()
+{
+    std::array<char, 16384> texts{};
+    passwd entry{};
+    passwd* found = nullptr;
+    getpwuid_r(getuid(), &entry, texts.data(), texts.size(), &found);
+    return found != nullptr ? withoutLastSeparators(entry.pw_dir) : std::string();
+}
+
+// A path below the home folder; empty when there is no home folder.
+std::string belowHome(std::string_view relative)
+{
+    std::string home = environment("HOME");
+    if (home.empty())
+        home = homeOfPasswordDatabase();
+    return home.empty() ? std::string() : home.append(relative);
+}
+
+// The content of a quoted shell text: up to the closing quote, a backslash keeps what follows it.
+std::string unquoted(std::string_view text)
+{
+    std::string content;
+    for (std::size_t i = 0; i < text.size() && text[i] != '"'; ++i) {
+        if (text[i] == '\\' && i + 1 < text.size())
+            ++i;
+        content += text[i];
+    }
+    return content;
+}
+
+// A line XDG_DESKTOP_DIR="$HOME/..." or ="/...": those are the only forms that the file may hold.
+std::optional<std::string> desktopOfLine(std::string_view line)
+{
+    line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+    constexpr std::string_view key = "XDG_DESKTOP_DIR=\"";
+    if (!line.starts_with(key))
+        return std::nullopt;
+    line.remove_prefix(key.size());
+
+    constexpr std::string_view home = "$HOME";
+    if (line.starts_with("$HOME/") || line.starts_with("$HOME\""))
+        return withoutLastSeparators(belowHome(unquoted(line.substr(home.size()))));
+    if (line.starts_with('/'))
+        return withoutLastSeparators(unquoted(line));
+    return std::nullopt;
+}
+
+} // namespace
+
+std::string SystemFolders::executable()
+{
+    std::error_code failed;
+    return std::filesystem::canonical("/proc/self/exe", failed).string();
+}
+
+std::string SystemFolders::userData()
+{
+    return baseFolder("XDG_DATA_HOME", belowHome("/.local/share"));
+}
+
+// Whoever starts a process with more rights than his own must not choose where it writes.
+std::string SystemFolders::commonData()
+{
+    const std::string replaced =
+        getauxval(AT_SECURE) == 0 ? environment("TAV_COMMON_DATA_DIR") : std::string();
+    return replaced.empty() ? "/var/lib" : replaced;
+}
+
+std::string SystemFolders::desktop()
+{
+    const std::string settings =
+        baseFolder("XDG_CONFIG_HOME", belowHome("/.config")) + "/user-dirs.dirs";
+    std::istringstream lines(
+        SafeFile::read(settings, SafeFile::Links::follow).value_or(std::string()));
+
+    std::string desktop = belowHome("/Desktop");
+    for (std::string line; std::getline(lines, line);)
+        desktop = desktopOfLine(line).value_or(desktop);
+    return desktop;
+}
