@@ -33,7 +33,7 @@ ConfigScanner::ConfigScanner(
 
 std::string ConfigScanner::readFile(const char* fileName, const char* facility)
 {
-    std::optional<std::string> content = SafeFile::read(fileName);
+    std::optional<std::string> content = SafeFile::read(fileName, SafeFile::Links::follow);
     if (!content)
         Console::writeError(
             std::string("Warning: cannot open ") + facility + " configuration file \"" + fileName +

@@ -57,9 +57,9 @@ protected:
     ConfigScanner(
         std::string content, std::span<const Keyword> keywords, std::string_view wordPrefix);
 
-    /// The whole content of a configuration file. One that cannot be opened, or is no regular file,
-    /// gives a warning on the standard error, in which `facility` names the owner of the file, and
-    /// an empty content.
+    /// The whole content of a configuration file, reached through links too. One that cannot be
+    /// opened, or is no regular file, gives a warning on the standard error, in which `facility`
+    /// names the owner of the file, and an empty content.
     static std::string readFile(const char* fileName, const char* facility);
 
 private:

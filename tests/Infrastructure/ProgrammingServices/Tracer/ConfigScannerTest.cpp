@@ -5,6 +5,7 @@
 #include <array>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -278,6 +279,15 @@ TEST(ConfigScanner, ReadsFileAsItStands)
     EXPECT_EQ(TestScanner::readTestFile(file), content);
 }
 
+TEST(ConfigScanner, ReadsFileThroughASymbolicLink)
+{
+    const TemporaryFolder folder;
+    folder.write("test.cfg", "T_GO\n");
+    std::filesystem::create_symlink("test.cfg", folder.file("link.cfg"));
+
+    EXPECT_EQ(TestScanner::readTestFile(folder.file("link.cfg")), "T_GO\n");
+}
+
 TEST(ConfigScanner, WarnsOfFileThatCannotBeOpenedAndReadsNothing)
 {
     const TemporaryFolder folder;
@@ -290,4 +300,32 @@ TEST(ConfigScanner, WarnsOfFileThatCannotBeOpenedAndReadsNothing)
     EXPECT_EQ(
         testing::internal::GetCapturedStderr(),
         "Warning: cannot open test configuration file \"" + file + "\"\n");
+}
+
+TEST(ConfigScanner, TakesFolderAsFileThatCannotBeOpened)
+{
+    const TemporaryFolder folder;
+
+    testing::internal::CaptureStderr();
+    const std::string content = TestScanner::readTestFile(folder.path());
+
+    EXPECT_EQ(content, "");
+    EXPECT_EQ(
+        testing::internal::GetCapturedStderr(),
+        "Warning: cannot open test configuration file \"" + folder.path() + "\"\n");
+}
+
+TEST(ConfigScanner, TakesFifoAsFileThatCannotBeOpenedWithoutWaiting)
+{
+    const TemporaryFolder folder;
+    const std::string fifo = folder.file("fifo.cfg");
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+
+    testing::internal::CaptureStderr();
+    const std::string content = TestScanner::readTestFile(fifo);
+
+    EXPECT_EQ(content, "");
+    EXPECT_EQ(
+        testing::internal::GetCapturedStderr(),
+        "Warning: cannot open test configuration file \"" + fifo + "\"\n");
 }
