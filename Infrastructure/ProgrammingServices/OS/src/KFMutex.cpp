@@ -11,6 +11,7 @@ KFMutex::KFMutex(bool recursive)
 KFMutex::~KFMutex()
 {
     pthread_mutex_destroy(&m_mutex);
+    pthread_mutexattr_destroy(&m_attr);
 }
 
 void KFMutex::acquire()

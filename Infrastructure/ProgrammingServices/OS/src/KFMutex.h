@@ -2,7 +2,10 @@
 
 #include <pthread.h>
 
-/// A POSIX mutex; callers pair acquire() and release() by hand.
+/// A POSIX mutex; callers pair acquire() and release() by hand, and no result is checked.
+///
+/// A recursive one may be acquired again by the thread that holds it, and is released as often;
+/// a second acquire of the other kind never returns.
 class KFMutex {
 public:
     explicit KFMutex(bool recursive);

@@ -1,18 +1,21 @@
 #include "CallMarker.h"
 
-CallMarker::CallMarker(const char* /*methodName*/) {}
+#include "Tracer.h"
 
-CallMarker::CallMarker(const char* /*methodName*/, const void* /*object*/) {}
-
-CallMarker::CallMarker(
-    const char* /*className*/, const char* /*methodName*/, bool /*isConstructor*/,
-    const void* /*object*/)
+bool CallMarker::traces(TraceMsgType type) const
 {
+    return m_printed && isTracing() && m_threadTracer->writes(type);
 }
 
-CallMarker::~CallMarker() = default;
-
-bool CallMarker::traces(TraceMsgType /*type*/) const
+void CallMarker::begin(
+    const char* className, const char* methodName, bool isConstructor, const void* object)
 {
-    return m_threadTracer != nullptr;
+    Tracer* const tracer = Tracer::GetInstance();
+    if (tracer == nullptr)
+        return;
+    m_className = className;
+    m_methodName = methodName;
+    m_isConstructor = isConstructor;
+    m_object = object;
+    tracer->BeginningOfCall(*this);
 }

@@ -3,24 +3,41 @@
 #include "ThreadTracer.h"
 #include "TraceMsgType.h"
 
+#include <atomic>
+
 /// Marks one activation of a function: opened as its first statement, closed when the scope ends.
 ///
 /// Every function from the tracer's users upward opens one; the texts are what a trace shows and
-/// what its filters match. With tracing off a marker costs one relaxed atomic load.
+/// what its filters match, and must outlive the marker. A marker stays on its thread. With tracing
+/// off it costs one relaxed atomic load.
 class CallMarker {
 public:
     /// A free or static function.
-    explicit CallMarker(const char* methodName);
+    explicit CallMarker(const char* methodName) : CallMarker("", methodName, false, nullptr) {}
     /// A method of an object.
-    CallMarker(const char* methodName, const void* object);
+    CallMarker(const char* methodName, const void* object)
+        : CallMarker("", methodName, false, object)
+    {
+    }
     /// A constructor (true) or destructor (false): counted per class. The method name is the class
     /// name followed by "::constructor" or "::destructor".
     CallMarker(
-        const char* className, const char* methodName, bool isConstructor, const void* object);
-    ~CallMarker();
+        const char* className, const char* methodName, bool isConstructor, const void* object)
+    {
+        if (isTracing())
+            begin(className, methodName, isConstructor, object);
+    }
+    ~CallMarker()
+    {
+        if (m_threadTracer != nullptr)
+            m_threadTracer->EndOfCall(*this);
+    }
 
     CallMarker(const CallMarker&) = delete;
     CallMarker& operator=(const CallMarker&) = delete;
+
+    /// Whether markers record their calls: only while the published tracer is active.
+    static bool isTracing() { return s_tracing.load(std::memory_order_relaxed); }
 
     /// Whether a message of the type is to be written inside this call.
     bool traces(TraceMsgType type) const;
@@ -28,8 +45,30 @@ public:
     /// The tracer of the thread that opened the marker; null when the call was not recorded.
     ThreadTracer* getThreadTracer() const { return m_threadTracer; }
 
+    /// Empty unless the call is that of a constructor or destructor.
+    const char* getClassName() const { return m_className; }
+    const char* getMethodName() const { return m_methodName; }
+    bool isConstructor() const { return m_isConstructor; }
+    /// Null for a free or static function.
+    const void* getObject() const { return m_object; }
+    /// Whether the entry line was written.
+    bool isPrinted() const { return m_printed; }
+
 private:
+    friend class ThreadTracer; // records the call
+    friend class Tracer;       // switches tracing
+
+    void begin(
+        const char* className, const char* methodName, bool isConstructor, const void* object);
+
+    static inline std::atomic<bool> s_tracing = false;
+
+    const char* m_className = "";
+    const char* m_methodName = "";
     ThreadTracer* m_threadTracer = nullptr;
+    bool m_printed = false;
+    bool m_isConstructor = false;
+    const void* m_object = nullptr;
 };
 
 /// Writes a message inside the call of `marker`: TAV_TRACE(marker, TraceMsgType::D, "key %s", key).

@@ -1,5 +1,7 @@
 #include "Logger.h"
 
+Logger::Logger() : LineOutput("Logger") {}
+
 Logger* Logger::GetInstance()
 {
     return nullptr;

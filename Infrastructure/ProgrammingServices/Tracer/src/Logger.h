@@ -1,10 +1,13 @@
 #pragma once
 
+#include "LineOutput.h"
 #include "LoggerMsgType.h"
 
 /// The process-wide log.
-class Logger {
+class Logger : public LineOutput {
 public:
+    Logger();
+
     /// The published log; null until one is set.
     static Logger* GetInstance();
 

@@ -31,10 +31,20 @@ std::string MessageFormatter::format(const char* format, va_list arguments)
 {
     va_list secondArguments;
     va_copy(secondArguments, arguments);
-    std::array<char, c_shortSize> area{};
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): every message would pay for 2 KB
+    std::array<char, c_shortSize> area;
     const int length = std::vsnprintf(area.data(), area.size(), format, arguments);
     std::string text =
         isCut(length, c_shortSize) ? formatLong(format, secondArguments) : area.data();
     va_end(secondArguments);
+    return text;
+}
+
+std::string MessageFormatter::text(const char* format, ...)
+{
+    va_list arguments;
+    va_start(arguments, format);
+    std::string text = MessageFormatter::format(format, arguments);
+    va_end(arguments);
     return text;
 }

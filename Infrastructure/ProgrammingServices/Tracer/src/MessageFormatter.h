@@ -12,4 +12,5 @@ class MessageFormatter {
 public:
     static std::string format(const char* format, va_list arguments)
         __attribute__((format(printf, 1, 0)));
+    static std::string text(const char* format, ...) __attribute__((format(printf, 1, 2)));
 };

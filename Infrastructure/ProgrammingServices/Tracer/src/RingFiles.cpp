@@ -1,12 +1,13 @@
 #include "RingFiles.h"
 
+#include "FileDescriptor.h"
+
 #include <array>
 #include <ctime>
 #include <optional>
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
@@ -23,27 +24,23 @@ std::optional<Modification> modificationOf(const std::string& path)
     std::tm local{};
     localtime_r(&status.st_mtime, &local);
     return Modification{
-        (local.tm_year + 1900L) * 10000 + (local.tm_mon + 1) * 100 + local.tm_mday,
-        local.tm_hour * 10000L + local.tm_min * 100 + local.tm_sec};
+        (local.tm_year + 1900L) * 10000 + (local.tm_mon + 1) * 100L + local.tm_mday,
+        local.tm_hour * 10000L + local.tm_min * 100L + local.tm_sec};
 }
 
 // O_NONBLOCK, so that a FIFO is opened or refused at once; it changes nothing on a regular file.
 RingFiles::File openRegular(const std::string& path, int flags, const char* streamMode)
 {
     constexpr mode_t newFileMode = 0644;
-    const int descriptor =
-        ::open(path.c_str(), flags | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY, newFileMode);
-    if (descriptor < 0)
-        return nullptr;
+    FileDescriptor descriptor(
+        ::open(path.c_str(), flags | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY, newFileMode));
     struct stat status {};
-    if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
-        close(descriptor);
+    if (!descriptor.isOpen() || fstat(descriptor.get(), &status) != 0 || !S_ISREG(status.st_mode))
         return nullptr;
-    }
-    std::FILE* const stream = fdopen(descriptor, streamMode);
-    if (stream == nullptr)
-        close(descriptor);
-    return RingFiles::File(stream);
+    RingFiles::File file(fdopen(descriptor.get(), streamMode));
+    if (file)
+        descriptor.release();
+    return file;
 }
 
 } // namespace

@@ -2,9 +2,54 @@
 
 #include "TraceMsgType.h"
 
-/// Writes the trace lines of one thread.
+#include <string>
+#include <vector>
+
+class CallMarker;
+class Tracer;
+
+/// Writes the trace lines of one thread and keeps its stack of open calls.
+///
+/// Owned by the tracer and used by its own thread, except that any thread may print the stack; so
+/// the stack changes under the tracer's mutex alone.
 class ThreadTracer {
 public:
+    ThreadTracer(Tracer& tracer, std::string threadName);
+    /// Calls that are still open are forgotten by their markers.
+    virtual ~ThreadTracer();
+
+    ThreadTracer(const ThreadTracer&) = delete;
+    ThreadTracer& operator=(const ThreadTracer&) = delete;
+
+    void setEnabled(bool enabled) { m_enabled = enabled; }
+
+    /// Records the call and writes its entry line, unless the filters hide it. Kept: a hidden call
+    /// is counted and pushed all the same. The caller holds the tracer's mutex.
+    void BeginningOfCall(CallMarker& marker);
+
+    /// Writes the exit line of the innermost call, the marker's, and removes it. Kept: the line is
+    /// one unit deeper than the entry line.
+    void EndOfCall(const CallMarker& marker);
+
+    /// Whether the tracer's mask has the type.
+    bool writes(TraceMsgType type) const;
+
     /// Writes one message line inside the current call.
     void PrintMsg(TraceMsgType type, const char* format, ...) __attribute__((format(printf, 3, 4)));
+
+    /// Writes the open calls, innermost first. Kept: each line has the id of the thread that prints
+    /// and the name of the thread whose calls they are. The caller holds the tracer's mutex.
+    void PrintStack() const;
+
+private:
+    std::string lineStart() const;
+    std::string threadColumns() const;
+    std::string indentation() const;
+    void printEntry(const CallMarker& marker, int count) const;
+    void printExit(const CallMarker& marker) const;
+
+    Tracer& m_tracer;
+    bool m_enabled = true;
+    std::string m_threadName;
+    std::vector<CallMarker*> m_callStack; ///< the innermost call last
 };

@@ -1,0 +1,90 @@
+#include "KFThread.h"
+
+#include "Contract.h"
+#include "Tracer.h"
+
+#include <chrono>
+#include <thread>
+
+namespace {
+
+constexpr const char* c_unit = "Infrastructure/ProgrammingServices/OS/src/KFThread";
+
+} // namespace
+
+KFThread::KFThread(const char* name)
+{
+    if (name != nullptr)
+        m_name = name;
+    Contract::require(pthread_attr_init(&m_attr) == 0, "!pthread_attr_init(&m_attr)", c_unit, 46);
+    Contract::require(
+        pthread_attr_setdetachstate(&m_attr, PTHREAD_CREATE_JOINABLE) == 0,
+        "!pthread_attr_setdetachstate(&m_attr, PTHREAD_CREATE_JOINABLE)", c_unit, 47);
+}
+
+KFThread::~KFThread()
+{
+    if (m_running)
+        KFThread::onTerminate();
+    join();
+    pthread_attr_destroy(&m_attr);
+}
+
+bool KFThread::start()
+{
+    m_running = true;
+    m_joinable = pthread_create(&m_handle, &m_attr, &KFThread::threadStart, this) == 0;
+    return m_joinable;
+}
+
+void KFThread::stop()
+{
+    onTerminate();
+    join();
+}
+
+void KFThread::waitForThreadTermination(KFThread* thread)
+{
+    thread->join();
+}
+
+pthread_t KFThread::getCurrentThreadId()
+{
+    return pthread_self();
+}
+
+void KFThread::msleep(unsigned int milliseconds)
+{
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+}
+
+void KFThread::sleep(unsigned int seconds)
+{
+    std::this_thread::sleep_for(std::chrono::seconds(seconds));
+}
+
+void* KFThread::threadStart(void* argument)
+{
+    Contract::require(argument != nullptr, "arg != NULL", c_unit, 156);
+    auto* const thread = static_cast<KFThread*>(argument);
+    if (thread->isTraced())
+        Tracer::GetInstance()->BeginningOfThread(thread->m_name->c_str());
+    thread->run();
+    if (thread->isTraced())
+        Tracer::GetInstance()->EndOfThread();
+    thread->m_running = false;
+    return nullptr;
+}
+
+bool KFThread::isTraced() const
+{
+    return m_name && Tracer::GetInstance() != nullptr && Tracer::GetInstance()->isActive();
+}
+
+// A thread is joined once at most, and only when it was created; one whose body has returned is
+// joined too, so that its stack is given back.
+void KFThread::join()
+{
+    if (m_joinable.exchange(false))
+        pthread_join(m_handle, nullptr);
+}

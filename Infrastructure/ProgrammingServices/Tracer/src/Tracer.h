@@ -1,0 +1,112 @@
+#pragma once
+
+#include "LineOutput.h"
+#include "NamePatterns.h"
+
+#include <atomic>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+
+#include <sys/types.h>
+
+class CallMarker;
+class ThreadTracer;
+class TracerFlushThread;
+
+/// The process-wide call tracer: which calls and messages are written, and how the lines look.
+///
+/// Created inactive and published once; the published one lives as long as the process. Options,
+/// filters and output are set before it is made active. Any thread may call; the output's mutex
+/// guards everything. Each thread is registered under its name at its first traced call.
+class Tracer : public LineOutput {
+public:
+    Tracer();
+    /// For a tracer that was never published, and for tests: unpublishes it and waits for its
+    /// background thread; what is pending is lost.
+    ~Tracer();
+
+    /// The published tracer; null until one is set.
+    static Tracer* GetInstance();
+    /// Publishes the tracer, which must outlive the process's last traced call.
+    static void SetInstance(Tracer* pTheTracer);
+
+    /// Ends the process with status 1 when no file name was set; otherwise starts the background
+    /// thread that writes the pending lines, unless synchronous. To be called once, when active.
+    void Initialize();
+    /// Switches tracing off and writes what is pending; never returns when the file cannot be
+    /// opened, unlike drain().
+    void FinishTracing();
+
+    /// Switch the calling thread's lines on and off; nothing on a thread that is not registered.
+    void Enable();
+    void Disable();
+
+    /// Registers the calling thread under the name, when the thread filter permits it and it has no
+    /// name yet.
+    void BeginningOfThread(const char* threadName);
+    /// Forgets the calling thread.
+    void EndOfThread();
+    /// Records a call on the calling thread, which is registered as "th_<id>" when it is not yet.
+    void BeginningOfCall(CallMarker& marker);
+    /// Counts a constructor or destructor; returns the class's count after it, 0 for other calls.
+    int UpdateObjectCount(const CallMarker& marker);
+
+    bool isThreadPermittedToPrint(const char* threadName);
+    bool isCallPermittedToPrint(const char* methodName);
+    bool isCallForbiddenToPrint(const char* methodName);
+    /// Adds a pattern of names of threads that are traced.
+    void TraceTheThread(const char* threadName);
+    /// Adds a pattern of names of calls that are printed, or, behind a leading "-", that are not.
+    void TraceTheCall(const char* className);
+
+    /// Writes the open calls of every thread.
+    void PrintStacks();
+    /// Writes the number of live objects per class; nothing on a thread that is not registered.
+    void PrintAllObjectsCount();
+
+    bool isActive();
+    void setActive(bool active);
+    /// Indent with "| " instead of two blanks.
+    bool getTreeIndent() const { return m_treeIndent; }
+    void setTreeIndent(bool treeIndent) { m_treeIndent = treeIndent; }
+    /// Calls that are not printed indent too.
+    bool getIndentHidden() const { return m_indentHidden; }
+    void setIndentHidden(bool indentHidden) { m_indentHidden = indentHidden; }
+    /// Write a line at the end of a call too.
+    bool getPrintExit() const { return m_printExit; }
+    void setPrintExit(bool printExit) { m_printExit = printExit; }
+    /// Begin each line with the time stamp.
+    bool getPrintTime() const { return m_printTime; }
+    void setPrintTime(bool printTime) { m_printTime = printTime; }
+    /// Write the column of object count and address.
+    bool getPrintObjects() const { return m_printObjects; }
+    void setPrintObjects(bool printObjects) { m_printObjects = printObjects; }
+    /// The set of TraceMsgType bits that are written.
+    std::uint32_t getMsgTypeMask() const { return m_msgTypeMask; }
+    void setMsgTypeMask(std::uint32_t mask) { m_msgTypeMask = mask; }
+
+    /// The mutex that guards the tracer, for its thread tracers.
+    KFMutex& getMutex() { return m_mutex; }
+
+private:
+    ThreadTracer* currentThreadTracer() const;
+    void enableCurrentThread(bool enabled);
+
+    static std::atomic<Tracer*> m_Instance;
+
+    std::atomic<bool> m_treeIndent = false;
+    std::atomic<bool> m_indentHidden = false;
+    std::atomic<bool> m_printExit = false;
+    std::atomic<bool> m_printTime = false;
+    std::atomic<bool> m_printObjects = false;
+    std::map<std::string, int> m_objectCounts;
+    std::unique_ptr<TracerFlushThread> m_flushThread;
+    bool m_active = false;
+    NamePatterns m_threadPatterns;
+    NamePatterns m_callPatterns;
+    NamePatterns m_forbiddenPatterns; ///< without their leading "-"
+    std::map<pid_t, std::unique_ptr<ThreadTracer>> m_threadTracers;
+    std::atomic<std::uint32_t> m_msgTypeMask = 0;
+};
