@@ -10,6 +10,7 @@
 #include <string>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 using Alerts = std::vector<RecordingAlertPresenter::Alert>;
 
@@ -81,6 +82,19 @@ TEST_F(LocalizerTest, MissingFileIsNotFound)
 TEST_F(LocalizerTest, EmptyFileNameIsNotFound)
 {
     expectFailure<KFLocalizerFileNotFoundException>("", 170);
+}
+
+TEST_F(LocalizerTest, FolderIsNotFound)
+{
+    expectFailure<KFLocalizerFileNotFoundException>(m_folder.path(), 170);
+}
+
+TEST_F(LocalizerTest, FifoIsNotFoundAndDoesNotHang)
+{
+    const std::string fifo = m_folder.file("fifo.cfg");
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+
+    expectFailure<KFLocalizerFileNotFoundException>(fifo, 170);
 }
 
 TEST_F(LocalizerTest, OtherEncodingIsAFormatErrorAndNotAMissingFile)
