@@ -1,0 +1,153 @@
+#include "AppDataManager.h"
+
+#include "FileSystemManagement.h"
+#include "FolderNames.h"
+#include "PrivateDataFolders.h"
+
+#include <filesystem>
+#include <fstream>
+
+#include <gtest/gtest.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class AppDataManagerTest : public testing::Test {
+protected:
+    AppDataManagerTest() { manager.setGlobalScope("scope"); }
+
+    /// Makes a folder and writes one file into it.
+    static void put(const std::string& folder, const std::string& name)
+    {
+        fs::create_directories(folder);
+        std::ofstream(folder + name) << "x";
+    }
+
+    PrivateDataFolders folders;
+    const std::string user = folders.user().path();
+    const std::string allUsers = folders.allUsers().path();
+    AppDataManager& manager = *AppDataManager::getInstance();
+};
+
+/// A folder beside the running test, removed at the end of the scope.
+class FolderBesideExecutable {
+public:
+    explicit FolderBesideExecutable(const std::string& name)
+        : m_path(FileSystemManagement::getCurrentExecutableDirectory() + name + "/")
+    {
+        fs::create_directories(m_path);
+    }
+    ~FolderBesideExecutable()
+    {
+        std::error_code ignored;
+        fs::remove_all(m_path, ignored);
+    }
+    FolderBesideExecutable(const FolderBesideExecutable&) = delete;
+    FolderBesideExecutable& operator=(const FolderBesideExecutable&) = delete;
+
+    const std::string& path() const { return m_path; }
+
+private:
+    std::string m_path;
+};
+
+} // namespace
+
+TEST(FolderNames, AreTheMakersAndTheDownloads)
+{
+    EXPECT_STREQ(FOLDERNAME_PELORA, "Pelora");
+    EXPECT_STREQ(FOLDERNAME_VANTEO, "Vanteo");
+    EXPECT_STREQ(FOLDERNAME_DOWNLOADS, "Downloads");
+}
+
+TEST_F(AppDataManagerTest, IsOneObject)
+{
+    EXPECT_EQ(AppDataManager::getInstance(), &manager);
+}
+
+TEST_F(AppDataManagerTest, DataPathsAreBaseMakerAndScopeWithoutSeparatorAtTheEnd)
+{
+    std::string userPath;
+    std::string allUsersPath;
+
+    manager.getDataPath(userPath, allUsersPath, "Downloads");
+
+    EXPECT_EQ(userPath, user + "/Pelora/Downloads");
+    EXPECT_EQ(allUsersPath, allUsers + "/Pelora/Downloads");
+}
+
+TEST_F(AppDataManagerTest, DataPathsOfTheEmptyScopeEndBehindTheMaker)
+{
+    std::string userPath;
+    std::string allUsersPath;
+
+    manager.getDataPath(userPath, allUsersPath, "");
+
+    EXPECT_EQ(userPath, user + "/Pelora/");
+    EXPECT_EQ(allUsersPath, allUsers + "/Pelora/");
+}
+
+TEST_F(AppDataManagerTest, AllUsersDataPathIsOfTheGlobalScopeWithSeparatorAtTheEnd)
+{
+    EXPECT_EQ(manager.getAllUsersDataPath(), allUsers + "/Pelora/scope/");
+}
+
+TEST_F(AppDataManagerTest, LaterScopeRulesLaterPaths)
+{
+    manager.setGlobalScope("other");
+
+    EXPECT_EQ(manager.getAllUsersDataPath(), allUsers + "/Pelora/other/");
+    EXPECT_EQ(manager.getPathForFile("domain", "file"), user + "/Pelora/other/domain/");
+}
+
+TEST_F(AppDataManagerTest, EmptyGlobalScopeLeavesItsSeparatorsInThePath)
+{
+    manager.setGlobalScope("");
+
+    EXPECT_EQ(manager.getAllUsersDataPath(), allUsers + "/Pelora//");
+}
+
+TEST_F(AppDataManagerTest, AskingForPathsMakesNoFolder)
+{
+    manager.getAllUsersDataPath();
+    manager.getPathForFile("domain", "file");
+
+    EXPECT_TRUE(fs::is_empty(user));
+    EXPECT_TRUE(fs::is_empty(allUsers));
+}
+
+TEST_F(AppDataManagerTest, FileOfBothFoldersIsFoundInTheUserFolder)
+{
+    put(user + "/Pelora/scope/domain/", "file");
+    put(allUsers + "/Pelora/scope/domain/", "file");
+
+    EXPECT_EQ(manager.getPathForFile("domain", "file"), user + "/Pelora/scope/domain/");
+}
+
+TEST_F(AppDataManagerTest, FileOfTheAllUsersFolderAloneIsFoundThere)
+{
+    put(user + "/Pelora/scope/domain/", "another");
+    put(allUsers + "/Pelora/scope/domain/", "file");
+
+    EXPECT_EQ(manager.getPathForFile("domain", "file"), allUsers + "/Pelora/scope/domain/");
+}
+
+TEST_F(AppDataManagerTest, FileBesideTheExecutableIsFoundLast)
+{
+    const FolderBesideExecutable folder("AppDataManagerTest.domain");
+    put(folder.path(), "file");
+
+    EXPECT_EQ(manager.getPathForFile("AppDataManagerTest.domain", "file"), folder.path());
+
+    put(allUsers + "/Pelora/scope/AppDataManagerTest.domain/", "file");
+    EXPECT_EQ(
+        manager.getPathForFile("AppDataManagerTest.domain", "file"),
+        allUsers + "/Pelora/scope/AppDataManagerTest.domain/");
+}
+
+TEST_F(AppDataManagerTest, FileFoundNowhereBelongsInTheUserFolder)
+{
+    EXPECT_EQ(manager.getPathForFile("domain", "file"), user + "/Pelora/scope/domain/");
+    EXPECT_FALSE(fs::exists(user + "/Pelora"));
+}
