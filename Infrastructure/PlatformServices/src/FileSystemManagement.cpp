@@ -136,6 +136,11 @@ bool FileSystemManagement::existFolder(const std::string& path)
 
 bool FileSystemManagement::createFolder(const std::string& path)
 {
+    return createFolder(path, folderMode);
+}
+
+bool FileSystemManagement::createFolder(const std::string& path, unsigned int mode)
+{
     if (path.empty())
         return false;
     umask(0); // kept: folders are open to everybody, and the mask stays so
@@ -144,7 +149,7 @@ bool FileSystemManagement::createFolder(const std::string& path)
         if (!endsComponent)
             continue;
         const std::string prefix = path.substr(0, end);
-        if (!existFolder(prefix) && mkdir(prefix.c_str(), folderMode) != 0)
+        if (!existFolder(prefix) && mkdir(prefix.c_str(), mode) != 0)
             return false;
     }
     return true;

@@ -34,6 +34,8 @@ public:
 
     /// Creates the folder and all missing parents, open to everybody.
     static bool createFolder(const std::string& path);
+    /// The same, but each folder that is new gets exactly this mode.
+    static bool createFolder(const std::string& path, unsigned int mode);
     /// Creates the folder too. An existing file keeps its content.
     static bool createFile(const std::string& folder, const std::string& name);
 

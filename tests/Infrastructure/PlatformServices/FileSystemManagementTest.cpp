@@ -19,6 +19,19 @@ TEST(FileSystemManagement, CreatesAllMissingParents)
     EXPECT_TRUE(FileSystemManagement::existFolder(folder.file("a/b")));
 }
 
+TEST(FileSystemManagement, GivesEachNewFolderTheModeAndLeavesAnOldOneAlone)
+{
+    namespace fs = std::filesystem;
+    const TemporaryFolder folder;
+    fs::permissions(folder.path(), fs::perms{0711});
+
+    EXPECT_TRUE(FileSystemManagement::createFolder(folder.file("a/b"), 0750));
+
+    EXPECT_EQ(fs::status(folder.file("a")).permissions(), fs::perms{0750});
+    EXPECT_EQ(fs::status(folder.file("a/b")).permissions(), fs::perms{0750});
+    EXPECT_EQ(fs::status(folder.path()).permissions(), fs::perms{0711});
+}
+
 TEST(FileSystemManagement, TellsWhenADeletionFailed)
 {
     const TemporaryFolder folder;
