@@ -1,19 +1,122 @@
 #include "KFExceptionHandler.h"
 
+#include "CallMarker.h"
+#include "Diagnostics.h"
+#include "KFExceptionListener.h"
+#include "ProgramSignals.h"
+#include "Tracer.h"
+
+#include <array>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 
-KFExceptionHandler* KFExceptionHandler::GetInstance()
+#include <unistd.h>
+
+namespace {
+
+constexpr unsigned int c_reportSeconds = 5;
+
+std::atomic<bool> reporting = false;
+
+// From here on any signal ends the process, the alarm too; so none may stay blocked here.
+void endAtOnceOnAnotherSignal()
 {
-    static KFExceptionHandler handler;
-    return &handler;
+    if (reporting.exchange(true))
+        _exit(EXIT_SUCCESS);
+    alarm(c_reportSeconds);
+    sigset_t none{};
+    sigemptyset(&none);
+    pthread_sigmask(SIG_SETMASK, &none, nullptr);
 }
 
-// The report on the standard error stands in until the signal filter and the tracer write it.
-void KFExceptionHandler::throwException(
-    int /*code*/, const char* name, const char* description, const char* fileName, int line)
+} // namespace
+
+std::atomic<KFExceptionHandler*> KFExceptionHandler::m_globalHandler = nullptr;
+
+// Never destroyed: a thread may violate a contract while the process ends.
+std::map<std::string, std::string>& KFExceptionHandler::m_ExceptParams =
+    *new std::map<std::string, std::string>;
+
+KFExceptionHandler* KFExceptionHandler::GetInstance()
 {
-    std::fprintf(
-        stderr, "%s : %s - In File : %s - At Line : %d\n", name, description, fileName, line);
-    std::exit(0);
+    static KFExceptionHandler* const instance = new KFExceptionHandler;
+    return instance;
+}
+
+KFExceptionHandler::KFExceptionHandler()
+{
+    CallMarker marker("KFExceptionHandler", "KFExceptionHandler::constructor", true, this);
+    m_globalHandler = this;
+    for (const char* const key : {"Code", "Name", "Description", "InFile", "AtLine"})
+        m_ExceptParams[key] = "";
+    m_action.sa_handler = &KFExceptionHandler::onHostSignal;
+    sigemptyset(&m_action.sa_mask);
+    for (int signal = ProgramSignals::first; signal <= ProgramSignals::last; ++signal) {
+        if (signal == ProgramSignals::windowSizeChange)
+            continue;
+        if (sigaction(ProgramSignals::toHost(signal), &m_action, nullptr) != 0)
+            TAV_TRACE(
+                marker, TraceMsgType::E, "Cant install signal handler for %d errno = %d.", signal,
+                errno);
+    }
+}
+
+void KFExceptionHandler::throwException(
+    int code, const char* name, const char* description, const char* fileName, int line)
+{
+    m_ExceptParams["Code"] = std::to_string(code);
+    m_ExceptParams["Name"] = name;
+    m_ExceptParams["Description"] = description;
+    m_ExceptParams["InFile"] = fileName;
+    m_ExceptParams["AtLine"] = std::to_string(line);
+    raise(ProgramSignals::toHost(code == 0 ? ProgramSignals::contractViolation : code));
+}
+
+void KFExceptionHandler::crashHandlerSignalFilter(int signal)
+{
+    endAtOnceOnAnotherSignal();
+    CallMarker marker("SIGNAL_FILTER");
+    const std::string message = reportText(signal);
+    TAV_TRACE(marker, TraceMsgType::E, "%s", message.c_str());
+    Tracer* const tracer = Tracer::GetInstance();
+    if (tracer != nullptr && CallMarker::isTracing()) {
+        tracer->PrintStacks();
+        tracer->PrintAllObjectsCount();
+    }
+    tellListeners(message);
+    Diagnostics::drain();
+    std::exit(EXIT_SUCCESS);
+}
+
+void KFExceptionHandler::addListener(KFExceptionListener& listener)
+{
+    m_listeners.push_back(&listener);
+}
+
+void KFExceptionHandler::onHostSignal(int hostSignal)
+{
+    crashHandlerSignalFilter(ProgramSignals::fromHost(hostSignal));
+}
+
+std::string KFExceptionHandler::reportText(int signal)
+{
+    if (signal != ProgramSignals::contractViolation)
+        return ProgramSignals::name(signal);
+    constexpr std::size_t maxLength = 1023;
+    std::array<char, maxLength + 1> text{};
+    std::snprintf(
+        text.data(), text.size(), "%s : %s - In File : %s - At Line : %s",
+        m_ExceptParams["Name"].c_str(), m_ExceptParams["Description"].c_str(),
+        m_ExceptParams["InFile"].c_str(), m_ExceptParams["AtLine"].c_str());
+    return text.data();
+}
+
+void KFExceptionHandler::tellListeners(const std::string& message)
+{
+    KFExceptionHandler* const handler = m_globalHandler;
+    if (handler == nullptr)
+        return;
+    for (KFExceptionListener* const listener : handler->m_listeners)
+        listener->onReport(message);
 }

@@ -1,5 +1,6 @@
 #include "Localizer.h"
 
+#include "CrashReport.h"
 #include "KFLocalizerAlreadyInitializedException.h"
 #include "KFLocalizerFileNotCorrectlyFormattedException.h"
 #include "KFLocalizerFileNotFoundException.h"
@@ -264,8 +265,8 @@ TEST_F(LocalizerTest, MessageBoxWithoutPresenterIsNotAnswered)
 
 TEST_F(LocalizerTest, NullKeyEndsTheProcessWithAReport)
 {
-    EXPECT_EXIT(
-        localizer()->getLocalizedString(nullptr), testing::ExitedWithCode(0),
+    EXPECT_CRASH_REPORT(
+        localizer()->getLocalizedString(nullptr),
         "REQUIRE VIOLATION : key != NULL - In File : "
         "Application/Common/Localizer/src/Mac/Localizer - At Line : 184");
 }
