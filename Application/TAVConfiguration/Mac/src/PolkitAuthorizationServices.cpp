@@ -1,0 +1,112 @@
+#include "PolkitAuthorizationServices.h"
+
+#include "CallMarker.h"
+#include "Console.h"
+#include "ElevatedDisplay.h"
+#include "PolkitClient.h"
+#include "ProgramPath.h"
+
+#include <algorithm>
+
+#include <unistd.h>
+
+namespace {
+
+/// The action that the policy file binds to the installed tool and its marker argument.
+constexpr const char* ACTION = "com.pelora.tavconfiguration.edit";
+/// The only right that this service knows.
+constexpr const char* ADMINISTRATOR_RIGHT = "system.privilege.admin";
+/// Not looked up in PATH, which the caller chooses.
+constexpr const char* PKEXEC = "/usr/bin/pkexec";
+
+bool isRoot()
+{
+    return geteuid() == 0;
+}
+
+bool areKnown(const AuthorizationRights& rights)
+{
+    return std::ranges::all_of(
+        rights, [](const AuthorizationRight& right) { return right.name == ADMINISTRATOR_RIGHT; });
+}
+
+AuthorizationStatus failed(AuthorizationStatus status, const std::string& reason)
+{
+    Console::writeError("TavConfiguration: cannot get administrator rights: " + reason + "\n");
+    return status;
+}
+
+AuthorizationStatus statusOf(const PolkitClient::Answer& answer)
+{
+    switch (answer.verdict) {
+    case PolkitClient::Verdict::granted:
+        return AuthorizationStatus::success;
+    case PolkitClient::Verdict::dismissed:
+        return AuthorizationStatus::canceled;
+    case PolkitClient::Verdict::refused:
+        return failed(AuthorizationStatus::denied, "the request was refused");
+    case PolkitClient::Verdict::nobodyToAsk:
+        return failed(
+            AuthorizationStatus::interactionNotAllowed,
+            "a password is needed, but no authentication agent runs in this session");
+    case PolkitClient::Verdict::unavailable:
+        break;
+    }
+    return failed(
+        AuthorizationStatus::internal,
+        "the authorization service (polkit) cannot be used: " + answer.reason);
+}
+
+} // namespace
+
+PolkitAuthorizationServices::PolkitAuthorizationServices() : m_launcher(isRoot() ? "" : PKEXEC)
+{
+    CallMarker marker(
+        "PolkitAuthorizationServices", "PolkitAuthorizationServices::constructor", true, this);
+}
+
+AuthorizationStatus PolkitAuthorizationServices::AuthorizationCreate(
+    const AuthorizationRights* rights, std::uint32_t /*flags*/,
+    std::unique_ptr<Authorization>* authorization)
+{
+    CallMarker marker("PolkitAuthorizationServices::AuthorizationCreate", this);
+    if (rights != nullptr && !(isRoot() && areKnown(*rights)))
+        return AuthorizationStatus::denied;
+    if (authorization != nullptr)
+        *authorization = std::make_unique<Authorization>();
+    return AuthorizationStatus::success;
+}
+
+AuthorizationStatus PolkitAuthorizationServices::AuthorizationCopyRights(
+    Authorization& authorization, const AuthorizationRights& rights, std::uint32_t flags)
+{
+    CallMarker marker("PolkitAuthorizationServices::AuthorizationCopyRights", this);
+    if (!areKnown(rights))
+        return AuthorizationStatus::denied;
+    if (isRoot())
+        return AuthorizationStatus::success;
+    if (const std::string obstacle = ElevatedDisplay::obstacle(); !obstacle.empty())
+        return failed(AuthorizationStatus::interactionNotAllowed, obstacle);
+
+    const bool mayAskUser = (flags & AuthorizationFlag::INTERACTION_ALLOWED) != 0;
+    const PolkitClient::Answer answer = PolkitClient::check(ACTION, mayAskUser);
+    authorization.keptGrant = answer.grant;
+    return statusOf(answer);
+}
+
+AuthorizationStatus PolkitAuthorizationServices::AuthorizationExecuteWithPrivileges(
+    Authorization& /*authorization*/, const char* toolPath, std::uint32_t /*flags*/,
+    const char* const* arguments, std::FILE** communicationsPipe)
+{
+    CallMarker marker("PolkitAuthorizationServices::AuthorizationExecuteWithPrivileges", this);
+    return m_launcher.launch(ProgramPath::resolve(toolPath), arguments, communicationsPipe);
+}
+
+AuthorizationStatus PolkitAuthorizationServices::AuthorizationFree(
+    std::unique_ptr<Authorization> authorization, std::uint32_t /*flags*/)
+{
+    CallMarker marker("PolkitAuthorizationServices::AuthorizationFree", this);
+    if (authorization->keptGrant.empty() || PolkitClient::revoke(authorization->keptGrant))
+        return AuthorizationStatus::success;
+    return AuthorizationStatus::internal;
+}

@@ -1,0 +1,90 @@
+#include "XDisplay.h"
+
+#include "CallMarker.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+#include <xcb/xcb.h>
+
+namespace {
+
+/// The family of the access list's entry for everybody on this machine, which xcb does not name.
+constexpr std::uint8_t FAMILY_LOCAL_HOST = 252;
+constexpr std::string_view ROOT_USER("localuser\0root", 14);
+
+struct Free {
+    void operator()(void* reply) const
+    {
+        std::free(reply); // NOLINT(cppcoreguidelines-no-malloc): xcb allocates its replies so
+    }
+};
+template<typename T>
+using Reply = std::unique_ptr<T, Free>;
+
+bool isRoot(xcb_host_t* host)
+{
+    const std::string_view address(
+        reinterpret_cast<const char*>(xcb_host_address(host)), host->address_len);
+    return host->family == FAMILY_LOCAL_HOST ||
+           (host->family == XCB_FAMILY_SERVER_INTERPRETED && address == ROOT_USER);
+}
+
+} // namespace
+
+void XDisplay::Disconnect::operator()(xcb_connection_t* connection) const
+{
+    xcb_disconnect(connection);
+}
+
+XDisplay::XDisplay() : m_connection(xcb_connect(nullptr, nullptr))
+{
+    CallMarker marker("XDisplay", "XDisplay::constructor", true, this);
+}
+
+XDisplay::~XDisplay()
+{
+    CallMarker marker("XDisplay", "XDisplay::destructor", false, this);
+}
+
+bool XDisplay::isOpen() const
+{
+    CallMarker marker("XDisplay::isOpen", this);
+    return xcb_connection_has_error(m_connection.get()) == 0;
+}
+
+bool XDisplay::admitsRoot() const
+{
+    CallMarker marker("XDisplay::admitsRoot", this);
+    xcb_connection_t* const server = m_connection.get();
+    const Reply<xcb_list_hosts_reply_t> hosts(
+        xcb_list_hosts_reply(server, xcb_list_hosts(server), nullptr));
+    if (hosts == nullptr)
+        return false;
+    bool admits = hosts->mode == XCB_ACCESS_CONTROL_DISABLE;
+    for (auto host = xcb_list_hosts_hosts_iterator(hosts.get()); host.rem > 0; xcb_host_next(&host))
+        admits = admits || isRoot(host.data);
+    return admits;
+}
+
+std::string XDisplay::rootProperty(const std::string& name) const
+{
+    CallMarker marker("XDisplay::rootProperty", this);
+    xcb_connection_t* const server = m_connection.get();
+    const Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
+        server, xcb_intern_atom(server, 1, static_cast<std::uint16_t>(name.size()), name.c_str()),
+        nullptr));
+    if (atom == nullptr || atom->atom == XCB_ATOM_NONE)
+        return {};
+    constexpr std::uint32_t MAX_WORDS = 1024;
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(server)).data->root;
+    const Reply<xcb_get_property_reply_t> property(xcb_get_property_reply(
+        server, xcb_get_property(server, 0, root, atom->atom, XCB_ATOM_STRING, 0, MAX_WORDS),
+        nullptr));
+    if (property == nullptr || property->format != 8)
+        return {};
+    return {
+        static_cast<const char*>(xcb_get_property_value(property.get())),
+        static_cast<std::size_t>(xcb_get_property_value_length(property.get()))};
+}

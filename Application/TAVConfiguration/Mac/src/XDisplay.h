@@ -1,0 +1,30 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+struct xcb_connection_t;
+
+/// A connection to the X server that DISPLAY names, for the questions that have to be answered
+/// before the window system of the application itself starts.
+class XDisplay {
+public:
+    XDisplay();
+    ~XDisplay();
+
+    XDisplay(const XDisplay&) = delete;
+    XDisplay& operator=(const XDisplay&) = delete;
+
+    /// False when there is no such server, or it refuses this user; nothing else answers then.
+    bool isOpen() const;
+    /// Whether the server admits root by its access list, without a cookie.
+    bool admitsRoot() const;
+    /// A text property of the first root window; empty when it has none.
+    std::string rootProperty(const std::string& name) const;
+
+private:
+    struct Disconnect {
+        void operator()(xcb_connection_t* connection) const;
+    };
+    std::unique_ptr<xcb_connection_t, Disconnect> m_connection;
+};
