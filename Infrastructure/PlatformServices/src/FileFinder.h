@@ -1,0 +1,36 @@
+#pragma once
+
+#include "FolderTree.h"
+#include "WildcardPattern.h"
+
+#include <string>
+
+/// Finds the entries of a folder tree whose path relative to the folder matches a pattern: files,
+/// folders and links alike. "*" stands for any bytes, "/" included, "?" for one.
+///
+/// Not shared between threads; a folder that cannot be read has no entries.
+class FileFinder {
+public:
+    /// A pattern that does not begin with "*" gets one in front, so that "txt" finds what ends in
+    /// it. kept: "*.*" finds every entry, also those without a dot.
+    FileFinder(const std::string& directory, const std::string& pattern);
+    virtual ~FileFinder();
+
+    FileFinder(const FileFinder&) = delete;
+    FileFinder& operator=(const FileFinder&) = delete;
+
+    /// Puts the relative path of the next match into `out`; false when there is none left, `out`
+    /// unchanged. kept: goes on where the last call ended and never starts again.
+    virtual bool findFirstFile(std::string& out);
+    /// The same as findFirstFile().
+    virtual bool findNextFile(std::string& out);
+
+protected:
+    FileFinder(const std::string& directory, WildcardPattern pattern);
+
+    bool findMatch(std::string& out);
+
+private:
+    FolderTree m_tree;
+    WildcardPattern m_pattern;
+};

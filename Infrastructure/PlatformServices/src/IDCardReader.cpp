@@ -1,0 +1,143 @@
+#include "IDCardReader.h"
+
+#include "CallMarker.h"
+#include "SafeFile.h"
+
+#include <algorithm>
+#include <optional>
+#include <sstream>
+#include <utility>
+
+namespace {
+
+// Whatever the locale: the carriage return of a foreign line end is cut off, a text beyond ASCII
+// ends before its first such byte.
+std::string_view printablePart(std::string_view text)
+{
+    const auto isPrintable = [](char character) { return character >= ' ' && character <= '~'; };
+    const auto end = std::find_if_not(text.begin(), text.end(), isPrintable);
+    return text.substr(0, static_cast<std::size_t>(end - text.begin()));
+}
+
+} // namespace
+
+IDCardReader::IDCardReader(std::string directory) : m_directory(std::move(directory))
+{
+    CallMarker marker("IDCardReader", "IDCardReader::constructor", true, this);
+}
+
+IDCardReader::~IDCardReader()
+{
+    CallMarker marker("IDCardReader", "IDCardReader::destructor", false, this);
+}
+
+bool IDCardReader::readIDCard()
+{
+    CallMarker marker("bool IDCardReader::readIDCard()", this);
+    std::optional<std::string> card =
+        SafeFile::read(m_directory + "ID.txt", SafeFile::Links::follow);
+    if (!card)
+        return false;
+
+    bool hasEntry = false;
+    std::istringstream lines(*std::move(card));
+    for (std::string line; std::getline(lines, line);) {
+        if (line.find('&') != std::string::npos)
+            return false;
+        if (storeEntry(line))
+            hasEntry = true;
+    }
+    return hasEntry;
+}
+
+// kept: blanks around the "=" belong to key and value, and a line without one is both.
+bool IDCardReader::storeEntry(std::string_view line)
+{
+    CallMarker marker("IDCardReader::storeEntry", this);
+    const std::size_t sign = line.find('=');
+    const std::string_view key = line.substr(0, sign);
+    const std::string_view value = sign == std::string_view::npos ? line : line.substr(sign + 1);
+    if (key.empty())
+        return false;
+    m_parameters.insert_or_assign(std::string(key), std::string(printablePart(value)));
+    return true;
+}
+
+std::string IDCardReader::getParam(const std::string& key) const
+{
+    CallMarker marker("IDCardReader::getParam", this);
+    const auto entry = m_parameters.find(key);
+    return entry != m_parameters.end() ? entry->second : std::string();
+}
+
+std::map<std::string, std::string> IDCardReader::getIDCardParams() const
+{
+    CallMarker marker("IDCardReader::getIDCardParams", this);
+    return m_parameters;
+}
+
+std::string IDCardReader::getFleetID() const
+{
+    CallMarker marker("IDCardReader::getFleetID", this);
+    return getParam("FLEET_ID");
+}
+
+std::string IDCardReader::getCustomerID() const
+{
+    CallMarker marker("IDCardReader::getCustomerID", this);
+    return getParam("CUSTOMER_ID");
+}
+
+std::string IDCardReader::getGenerationVersion() const
+{
+    CallMarker marker("IDCardReader::getGenerationVersion", this);
+    return getParam("GENERATION_VERSION");
+}
+
+std::string IDCardReader::getTAVAdministrationTool() const
+{
+    CallMarker marker("IDCardReader::getTAVAdministrationTool", this);
+    return getParam("IT_MANAGER");
+}
+
+std::string IDCardReader::getBUName() const
+{
+    CallMarker marker("IDCardReader::getBUName", this);
+    return getParam("BU_NAME");
+}
+
+std::string IDCardReader::getReferenceVersion() const
+{
+    CallMarker marker("IDCardReader::getReferenceVersion", this);
+    return getParam("REFERENCE_VERSION");
+}
+
+std::string IDCardReader::getProductName() const
+{
+    CallMarker marker("IDCardReader::getProductName", this);
+    return getParam("PRODUCT_NAME");
+}
+
+std::string IDCardReader::getBuildTarget() const
+{
+    CallMarker marker("IDCardReader::getBuildTarget", this);
+    return getParam("BUILD_TARGET");
+}
+
+std::string IDCardReader::getCommercialVersion() const
+{
+    CallMarker marker("IDCardReader::getCommercialVersion", this);
+    return getParam("COMMERCIAL_VERSION");
+}
+
+std::string IDCardReader::getProductVersion() const
+{
+    CallMarker marker("IDCardReader::getProductVersion", this);
+    return getParam("PRODUCT_VERSION");
+}
+
+std::string IDCardReader::getUpgradeCode() const
+{
+    CallMarker marker("IDCardReader::getUpgradeCode", this);
+    return getParam("UPGRADE_CODE");
+}

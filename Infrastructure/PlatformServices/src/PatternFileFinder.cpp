@@ -1,0 +1,16 @@
+#include "PatternFileFinder.h"
+
+PatternFileFinder::PatternFileFinder(const std::string& directory, const std::string& pattern)
+    : FileFinder(directory, WildcardPattern(pattern))
+{
+}
+
+bool PatternFileFinder::findFirstFile(std::string& out)
+{
+    return findMatch(out);
+}
+
+bool PatternFileFinder::findNextFile(std::string& out)
+{
+    return findMatch(out);
+}
