@@ -4,27 +4,31 @@
 #include <optional>
 #include <string>
 
-/// Gives an environment variable a value for one scope, then puts the former one back.
+/// Gives an environment variable a value, or takes it away (std::nullopt), for one scope, then puts
+/// the former one back.
 class ScopedEnvironment {
 public:
-    ScopedEnvironment(const std::string& name, const std::string& value) : m_name(name)
+    ScopedEnvironment(const std::string& name, const std::optional<std::string>& value)
+        : m_name(name)
     {
         if (const char* former = std::getenv(name.c_str()))
             m_former = former;
-        setenv(name.c_str(), value.c_str(), 1);
+        set(value);
     }
-    ~ScopedEnvironment()
-    {
-        if (m_former)
-            setenv(m_name.c_str(), m_former->c_str(), 1);
-        else
-            unsetenv(m_name.c_str());
-    }
+    ~ScopedEnvironment() { set(m_former); }
 
     ScopedEnvironment(const ScopedEnvironment&) = delete;
     ScopedEnvironment& operator=(const ScopedEnvironment&) = delete;
 
 private:
+    void set(const std::optional<std::string>& value) const
+    {
+        if (value)
+            setenv(m_name.c_str(), value->c_str(), 1);
+        else
+            unsetenv(m_name.c_str());
+    }
+
     std::string m_name;
     std::optional<std::string> m_former;
 };

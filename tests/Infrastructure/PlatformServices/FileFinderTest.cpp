@@ -1,0 +1,187 @@
+#include "FileFinder.h"
+
+#include "PatternFileFinder.h"
+#include "TemporaryFolder.h"
+
+#include <type_traits>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::vector<std::string> all(FileFinder& finder)
+{
+    std::vector<std::string> found;
+    std::string path;
+    for (bool more = finder.findFirstFile(path); more; more = finder.findNextFile(path))
+        found.push_back(path);
+    return found;
+}
+
+std::vector<std::string> allOf(const std::string& folder, const std::string& pattern)
+{
+    FileFinder finder(folder, pattern);
+    return all(finder);
+}
+
+std::vector<std::string> allOfPattern(const std::string& folder, const std::string& pattern)
+{
+    PatternFileFinder finder(folder, pattern);
+    return all(finder);
+}
+
+/// a.txt, b.cfg, name, sub/, sub/c.txt, sub/deep/, sub/deep/d.txt
+class Finders : public testing::Test {
+protected:
+    Finders()
+    {
+        std::filesystem::create_directories(m_folder.file("sub/deep"));
+        m_folder.write("a.txt", "");
+        m_folder.write("b.cfg", "");
+        m_folder.write("name", "");
+        m_folder.write("sub/c.txt", "");
+        m_folder.write("sub/deep/d.txt", "");
+    }
+
+    TemporaryFolder m_folder;
+};
+
+static_assert(std::is_base_of_v<FileFinder, PatternFileFinder>);
+static_assert(std::has_virtual_destructor_v<FileFinder>);
+
+} // namespace
+
+TEST_F(Finders, FindEntriesOfAllLevelsAsRelativePaths)
+{
+    EXPECT_THAT(
+        allOf(m_folder.path(), "*"),
+        ElementsAre("a.txt", "b.cfg", "name", "sub", "sub/c.txt", "sub/deep", "sub/deep/d.txt"));
+    EXPECT_THAT(allOfPattern(m_folder.path(), "*"), testing::SizeIs(7));
+}
+
+TEST_F(Finders, FindTheSameBehindATrailingSeparator)
+{
+    EXPECT_EQ(allOf(m_folder.path() + "/", "*"), allOf(m_folder.path(), "*"));
+}
+
+TEST_F(Finders, LetAStarCrossTheSeparator)
+{
+    EXPECT_THAT(
+        allOfPattern(m_folder.path(), "s*.txt"), ElementsAre("sub/c.txt", "sub/deep/d.txt"));
+    EXPECT_THAT(allOfPattern(m_folder.path(), "sub?c.txt"), ElementsAre("sub/c.txt"));
+}
+
+TEST_F(Finders, TakeNoOtherCharacterAsSpecial)
+{
+    m_folder.write("[ab]", "");
+    m_folder.write("x\\", "");
+
+    EXPECT_THAT(allOfPattern(m_folder.path(), "[ab]"), ElementsAre("[ab]"));
+    EXPECT_THAT(allOfPattern(m_folder.path(), "[a-z].txt"), IsEmpty());
+    EXPECT_THAT(allOfPattern(m_folder.path(), "x\\"), ElementsAre("x\\"));
+}
+
+TEST_F(Finders, TellUpperFromLowerCase)
+{
+    EXPECT_THAT(allOfPattern(m_folder.path(), "A.txt"), IsEmpty());
+    EXPECT_THAT(allOf(m_folder.path(), "TXT"), IsEmpty());
+}
+
+TEST_F(Finders, PutAStarInFrontOfAPlainPattern)
+{
+    EXPECT_THAT(allOf(m_folder.path(), "txt"), ElementsAre("a.txt", "sub/c.txt", "sub/deep/d.txt"));
+    EXPECT_THAT(allOf(m_folder.path(), "?.cfg"), ElementsAre("b.cfg"));
+    EXPECT_THAT(allOf(m_folder.path(), ""), testing::SizeIs(7));
+}
+
+TEST_F(Finders, KeepAPatternThatBeginsWithAStar)
+{
+    EXPECT_THAT(allOf(m_folder.path(), "*.cfg"), ElementsAre("b.cfg"));
+    EXPECT_THAT(
+        allOf(m_folder.path(), "*.*t"), ElementsAre("a.txt", "sub/c.txt", "sub/deep/d.txt"));
+}
+
+TEST_F(Finders, FindNamesWithoutADotByStarDotStar)
+{
+    EXPECT_THAT(allOf(m_folder.path(), "*.*"), testing::SizeIs(7));
+}
+
+TEST_F(Finders, UseTheOtherFindersPatternUnchanged)
+{
+    EXPECT_THAT(
+        allOfPattern(m_folder.path(), "*.*"),
+        ElementsAre("a.txt", "b.cfg", "sub/c.txt", "sub/deep/d.txt"));
+    EXPECT_THAT(allOfPattern(m_folder.path(), "txt"), IsEmpty());
+    EXPECT_THAT(allOfPattern(m_folder.path(), "name"), ElementsAre("name"));
+}
+
+TEST_F(Finders, NeverStartAgain)
+{
+    FileFinder finder(m_folder.path(), "txt");
+    PatternFileFinder patternFinder(m_folder.path(), "*.txt");
+
+    for (FileFinder* each : {&finder, static_cast<FileFinder*>(&patternFinder)}) {
+        std::string path;
+        EXPECT_TRUE(each->findFirstFile(path));
+        EXPECT_EQ(path, "a.txt");
+        EXPECT_TRUE(each->findFirstFile(path));
+        EXPECT_EQ(path, "sub/c.txt");
+        EXPECT_TRUE(each->findNextFile(path));
+        EXPECT_EQ(path, "sub/deep/d.txt");
+        EXPECT_FALSE(each->findFirstFile(path));
+        EXPECT_FALSE(each->findNextFile(path));
+        EXPECT_EQ(path, "sub/deep/d.txt");
+    }
+}
+
+TEST_F(Finders, ListALinkWithoutFollowingIt)
+{
+    ASSERT_EQ(symlink("sub", m_folder.file("link").c_str()), 0);
+    ASSERT_EQ(symlink("..", m_folder.file("sub/up").c_str()), 0);
+
+    EXPECT_THAT(allOfPattern(m_folder.path(), "link*"), ElementsAre("link"));
+    EXPECT_THAT(allOfPattern(m_folder.path(), "sub/up*"), ElementsAre("sub/up"));
+}
+
+TEST_F(Finders, FollowALinkToTheFolderItself)
+{
+    ASSERT_EQ(symlink("sub", m_folder.file("link").c_str()), 0);
+
+    EXPECT_THAT(allOf(m_folder.file("link"), "*"), ElementsAre("c.txt", "deep", "deep/d.txt"));
+}
+
+TEST_F(Finders, ListAFifoWithoutWaiting)
+{
+    ASSERT_EQ(mkfifo(m_folder.file("pipe").c_str(), 0600), 0);
+
+    EXPECT_THAT(allOfPattern(m_folder.path(), "pipe"), ElementsAre("pipe"));
+}
+
+TEST_F(Finders, FindNothingWhereThereIsNoFolder)
+{
+    EXPECT_THAT(allOf(m_folder.file("missing"), "*"), IsEmpty());
+    EXPECT_THAT(allOf(m_folder.file("a.txt"), "*"), IsEmpty());
+    EXPECT_THAT(allOf("", "*"), IsEmpty());
+    EXPECT_THAT(allOfPattern("", "*"), IsEmpty());
+}
+
+TEST_F(Finders, PassOverAFolderThatVanishes)
+{
+    FileFinder finder(m_folder.path(), "*");
+    std::string path;
+
+    while (path != "name")
+        ASSERT_TRUE(finder.findNextFile(path));
+    std::filesystem::remove_all(m_folder.file("sub"));
+
+    EXPECT_TRUE(finder.findNextFile(path));
+    EXPECT_EQ(path, "sub");
+    EXPECT_FALSE(finder.findNextFile(path));
+}
