@@ -17,7 +17,7 @@ public:
 
     /// False when there is no such server, or it refuses this user; nothing else answers then.
     bool isOpen() const;
-    /// Whether the server admits root by its access list, without a cookie.
+    /// Whether the server, which has admitted this user without a cookie, would admit root so too.
     bool admitsRoot() const;
     /// A text property of the first root window; empty when it has none.
     std::string rootProperty(const std::string& name) const;

@@ -1,0 +1,156 @@
+#include "ElevatedDisplay.h"
+
+#include "ScopedEnvironment.h"
+#include "TemporaryFolder.h"
+#include "VirtualDisplay.h"
+
+#include <gtest/gtest.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr uid_t NOBODY = 65534;
+
+/// Acts as a user who is not root for one scope; a test that does not run as root is one already.
+class OrdinaryUser {
+public:
+    OrdinaryUser() { EXPECT_EQ(seteuid(m_formerUser == 0 ? NOBODY : m_formerUser), 0); }
+    ~OrdinaryUser() { EXPECT_EQ(seteuid(m_formerUser), 0); }
+
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+private:
+    const uid_t m_formerUser = geteuid();
+};
+
+std::string ordinaryUserName()
+{
+    return getpwuid(geteuid() == 0 ? NOBODY : geteuid())->pw_name;
+}
+
+} // namespace
+
+/// A session without Wayland whose cookie file has one entry for every display; the X server is the
+/// test's own to start.
+class ElevatedDisplayTest : public testing::Test {
+protected:
+    ElevatedDisplayTest() { chmod(folder.path().c_str(), 0755); }
+
+    TemporaryFolder folder;
+    const std::string cookies = folder.write("cookies", cookieFile(""));
+    ScopedEnvironment authority{"XAUTHORITY", cookies};
+    ScopedEnvironment wayland{"WAYLAND_DISPLAY", ""};
+    const std::vector<std::string> needingCookies{"-auth", cookies};
+};
+
+TEST_F(ElevatedDisplayTest, NeedsADisplay)
+{
+    const ScopedEnvironment display("DISPLAY", "");
+
+    EXPECT_EQ(ElevatedDisplay::obstacle(), "the window needs a display, and DISPLAY is not set");
+}
+
+TEST_F(ElevatedDisplayTest, NeedsAnXDisplayInAWaylandSession)
+{
+    const ScopedEnvironment display("DISPLAY", "");
+    const ScopedEnvironment waylandOnly("WAYLAND_DISPLAY", "wayland-0");
+
+    EXPECT_EQ(
+        ElevatedDisplay::obstacle(),
+        "the window needs an X display, and this Wayland session has none");
+}
+
+TEST_F(ElevatedDisplayTest, AcceptsTheXDisplayOfAWaylandSession)
+{
+    const VirtualDisplay server(needingCookies);
+    const ScopedEnvironment display("DISPLAY", server.name());
+    const ScopedEnvironment waylandToo("WAYLAND_DISPLAY", "wayland-0");
+
+    EXPECT_EQ(ElevatedDisplay::obstacle(), "");
+}
+
+TEST_F(ElevatedDisplayTest, NeedsAServerBehindTheDisplay)
+{
+    const ScopedEnvironment display("DISPLAY", ":4711");
+
+    EXPECT_EQ(
+        ElevatedDisplay::obstacle(), "the window needs a display, and :4711 cannot be opened");
+}
+
+TEST_F(ElevatedDisplayTest, NeedsAServerThatAdmitsTheUser)
+{
+    const VirtualDisplay server(needingCookies);
+    const ScopedEnvironment display("DISPLAY", server.name());
+    const ScopedEnvironment noCookies("XAUTHORITY", folder.write("empty", ""));
+
+    EXPECT_EQ(
+        ElevatedDisplay::obstacle(),
+        "the window needs a display, and " + server.name() + " cannot be opened");
+}
+
+TEST_F(ElevatedDisplayTest, AcceptsADisplayWithACookie)
+{
+    const VirtualDisplay server(needingCookies);
+    const ScopedEnvironment display("DISPLAY", server.name());
+
+    EXPECT_EQ(ElevatedDisplay::obstacle(), "");
+}
+
+TEST_F(ElevatedDisplayTest, AcceptsACookieForTheDisplaysOwnNumber)
+{
+    const VirtualDisplay server(needingCookies);
+    const ScopedEnvironment display("DISPLAY", server.name() + ".0");
+    const std::string own = folder.write("own", cookieFile(server.name().substr(1)));
+    const ScopedEnvironment ownCookie("XAUTHORITY", own);
+
+    EXPECT_EQ(ElevatedDisplay::obstacle(), "");
+}
+
+TEST_F(ElevatedDisplayTest, AcceptsADisplayThatIsOpenToEverybody)
+{
+    const VirtualDisplay server({"-ac"});
+    const ScopedEnvironment display("DISPLAY", server.name());
+    const ScopedEnvironment noCookies("XAUTHORITY", folder.file("missing"));
+
+    EXPECT_EQ(ElevatedDisplay::obstacle(), "");
+}
+
+TEST_F(ElevatedDisplayTest, AcceptsADisplayThatIsOpenToTheWholeMachine)
+{
+    const VirtualDisplay server;
+    const ScopedEnvironment display("DISPLAY", server.name());
+    const ScopedEnvironment noCookies("XAUTHORITY", folder.file("missing"));
+
+    EXPECT_EQ(ElevatedDisplay::obstacle(), "");
+}
+
+TEST_F(ElevatedDisplayTest, RefusesADisplayThatAdmitsItsOwnUserOnly)
+{
+    const VirtualDisplay server(needingCookies);
+    const ScopedEnvironment display("DISPLAY", server.name());
+    VirtualDisplay::admit(ordinaryUserName());
+    const std::string other = folder.write("other", cookieFile("4711"));
+    const ScopedEnvironment cookieOfAnother("XAUTHORITY", other);
+
+    const OrdinaryUser user;
+
+    EXPECT_EQ(
+        ElevatedDisplay::obstacle(),
+        "the window needs a display, and " + server.name() + " does not admit root");
+}
+
+TEST_F(ElevatedDisplayTest, AcceptsADisplayThatAdmitsRootByName)
+{
+    const VirtualDisplay server(needingCookies);
+    const ScopedEnvironment display("DISPLAY", server.name());
+    VirtualDisplay::admit(ordinaryUserName());
+    VirtualDisplay::admit("root");
+    const ScopedEnvironment noCookies("XAUTHORITY", folder.file("missing"));
+
+    const OrdinaryUser user;
+
+    EXPECT_EQ(ElevatedDisplay::obstacle(), "");
+}
