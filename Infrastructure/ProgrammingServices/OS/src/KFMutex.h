@@ -21,6 +21,6 @@ public:
     pthread_mutex_t* getHandle() { return &m_mutex; }
 
 private:
-    pthread_mutexattr_t m_attr;
-    pthread_mutex_t m_mutex;
+    pthread_mutexattr_t m_attr{};
+    pthread_mutex_t m_mutex{};
 };

@@ -67,6 +67,8 @@ void* KFThread::threadStart(void* argument)
 {
     Contract::require(argument != nullptr, "arg != NULL", c_unit, 156);
     auto* const thread = static_cast<KFThread*>(argument);
+    if (thread == nullptr)
+        return nullptr;
     if (thread->isTraced())
         Tracer::GetInstance()->BeginningOfThread(thread->m_name->c_str());
     thread->run();

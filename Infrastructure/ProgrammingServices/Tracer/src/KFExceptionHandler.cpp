@@ -40,7 +40,7 @@ std::map<std::string, std::string>& KFExceptionHandler::m_ExceptParams =
 
 KFExceptionHandler* KFExceptionHandler::GetInstance()
 {
-    static KFExceptionHandler* const instance = new KFExceptionHandler;
+    static auto* const instance = new KFExceptionHandler;
     return instance;
 }
 

@@ -77,7 +77,7 @@ void Tracer::BeginningOfThread(const char* threadName)
 {
     Contract::require(threadName != nullptr, "threadName != NULL", c_unit, 79);
     m_mutex.acquire();
-    if (isThreadPermittedToPrint(threadName))
+    if (threadName != nullptr && isThreadPermittedToPrint(threadName))
         m_threadTracers.try_emplace(gettid(), std::make_unique<ThreadTracer>(*this, threadName));
     m_mutex.release();
 }
@@ -137,7 +137,7 @@ bool Tracer::isCallForbiddenToPrint(const char* methodName)
 void Tracer::TraceTheThread(const char* threadName)
 {
     Contract::require(threadName != nullptr, "threadName != NULL", c_unit, 144);
-    const std::string strThreadName = threadName;
+    const std::string strThreadName = threadName != nullptr ? threadName : "";
     Contract::require(!strThreadName.empty(), "!strThreadName.empty()", c_unit, 146);
     m_mutex.acquire();
     m_threadPatterns.add(strThreadName);
@@ -147,7 +147,7 @@ void Tracer::TraceTheThread(const char* threadName)
 void Tracer::TraceTheCall(const char* className)
 {
     Contract::require(className != nullptr, "className != NULL", c_unit, 154);
-    const std::string strClassName = className;
+    const std::string strClassName = className != nullptr ? className : "";
     Contract::require(!strClassName.empty(), "!strClassName.empty()", c_unit, 156);
     m_mutex.acquire();
     if (strClassName.front() == '-')

@@ -1,0 +1,363 @@
+#include "KFThread.h"
+
+#include "CallMarker.h"
+#include "CrashReport.h"
+#include "PublishedTracer.h"
+
+#include <chrono>
+#include <functional>
+#include <future>
+#include <string>
+#include <utility>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+namespace {
+
+/// A thread whose body is a function of the test, and which counts the requests to finish.
+class FunctionThread : public KFThread {
+public:
+    FunctionThread(const char* name, std::function<void()> body)
+        : KFThread(name), m_body(std::move(body))
+    {
+    }
+
+    void run() override { m_body(); }
+    void onTerminate() override
+    {
+        ++m_requests;
+        if (m_onRequest)
+            m_onRequest();
+    }
+
+    int requests() const { return m_requests; }
+    void onRequest(std::function<void()> action) { m_onRequest = std::move(action); }
+
+private:
+    std::function<void()> m_body;
+    std::function<void()> m_onRequest;
+    int m_requests = 0;
+};
+
+struct BodyState {
+    std::promise<void> started;
+    std::promise<void> finish;
+    bool finished = false;
+    int requests = 0;
+};
+
+/// A thread whose body is told to finish by its own destructor, and so outlives the subclass.
+class OutlivingThread : public KFThread {
+public:
+    explicit OutlivingThread(BodyState& state) : KFThread("worker"), m_state(state) {}
+    ~OutlivingThread() override { m_state.finish.set_value(); }
+
+    void run() override
+    {
+        BodyState& state = m_state;
+        state.started.set_value();
+        state.finish.get_future().wait();
+        state.finished = true;
+    }
+    void onTerminate() override { ++m_state.requests; }
+
+private:
+    BodyState& m_state;
+};
+
+/// Does something when its thread ends, after the thread's entry has returned.
+struct AtThreadEnd {
+    ~AtThreadEnd()
+    {
+        if (action)
+            action();
+    }
+    std::function<void()> action;
+};
+
+thread_local AtThreadEnd atThreadEnd;
+
+void openMarkerAfterwards()
+{
+    const CallMarker marker("afterwards");
+}
+
+std::string defaultName()
+{
+    return "th_" + std::to_string(gettid());
+}
+
+/// The thread name in the line of a call, which is the last thing in its line.
+std::string nameOf(const std::string& call, const std::string& lines)
+{
+    const std::size_t end = lines.find(']' + call + '\n');
+    if (end == std::string::npos)
+        return "no line of " + call;
+    const std::size_t begin = lines.rfind('[', end) + 1;
+    const std::string padded = lines.substr(begin, end - begin);
+    return padded.substr(0, padded.find_last_not_of(' ') + 1);
+}
+
+} // namespace
+
+TEST(KFThread, RunsItsBodyOnAThreadOfItsOwn)
+{
+    pthread_t inside{};
+    FunctionThread thread("worker", [&inside] { inside = KFThread::getCurrentThreadId(); });
+
+    EXPECT_TRUE(thread.start());
+    thread.stop();
+
+    EXPECT_TRUE(pthread_equal(inside, thread.getHandle()));
+    EXPECT_FALSE(pthread_equal(inside, pthread_self()));
+}
+
+TEST(KFThread, IsCreatedStopped)
+{
+    const FunctionThread thread("worker", [] {});
+
+    EXPECT_FALSE(thread.isRunning());
+}
+
+TEST(KFThread, RunsFromStartUntilTheBodyHasReturned)
+{
+    std::promise<void> finish;
+    FunctionThread thread("worker", [&finish] { finish.get_future().wait(); });
+
+    thread.start();
+    EXPECT_TRUE(thread.isRunning());
+    finish.set_value();
+    KFThread::waitForThreadTermination(&thread);
+
+    EXPECT_FALSE(thread.isRunning());
+}
+
+TEST(KFThread, RunningIsStillSetInsideTheBody)
+{
+    bool running = false;
+    FunctionThread thread("worker", [&running, &thread] { running = thread.isRunning(); });
+
+    thread.start();
+    thread.stop();
+
+    EXPECT_TRUE(running);
+}
+
+TEST(KFThread, StopAsksTheBodyToFinishAndWaitsForIt)
+{
+    std::promise<void> finish;
+    bool finished = false;
+    FunctionThread thread("worker", [&finish, &finished] {
+        finish.get_future().wait();
+        finished = true;
+    });
+    thread.onRequest([&finish] { finish.set_value(); });
+
+    thread.start();
+    thread.stop();
+
+    EXPECT_EQ(thread.requests(), 1);
+    EXPECT_TRUE(finished);
+    EXPECT_FALSE(thread.isRunning());
+}
+
+TEST(KFThread, WaitingForTerminationAsksForNothing)
+{
+    bool finished = false;
+    FunctionThread thread("worker", [&finished] { finished = true; });
+
+    thread.start();
+    KFThread::waitForThreadTermination(&thread);
+
+    EXPECT_TRUE(finished);
+    EXPECT_EQ(thread.requests(), 0);
+}
+
+TEST(KFThread, DestructorWaitsForARunningBodyAndAsksOnlyTheBase)
+{
+    BodyState state;
+
+    {
+        OutlivingThread thread(state);
+        thread.start();
+        state.started.get_future().wait();
+    }
+
+    EXPECT_TRUE(state.finished);
+    EXPECT_EQ(state.requests, 0);
+}
+
+TEST(KFThread, IsStoppedAndJoinedOnceAtMost)
+{
+    FunctionThread thread("worker", [] {});
+    thread.start();
+
+    thread.stop();
+    thread.stop();
+    KFThread::waitForThreadTermination(&thread);
+
+    EXPECT_EQ(thread.requests(), 2);
+}
+
+TEST(KFThread, StopsWithoutHavingStarted)
+{
+    FunctionThread thread("worker", [] {});
+
+    thread.stop();
+
+    EXPECT_EQ(thread.requests(), 1);
+}
+
+TEST(KFThread, IsTracedUnderItsName)
+{
+    PublishedTracer tracer;
+    const std::string name = "flusher";
+    std::string copied = name;
+    FunctionThread thread(copied.c_str(), [] { const CallMarker marker("body"); });
+    copied = "changed";
+
+    thread.start();
+    thread.stop();
+
+    EXPECT_EQ(nameOf("body", tracer.lines()), name);
+}
+
+TEST(KFThread, IsForgottenByTheTracerAtTheEnd)
+{
+    PublishedTracer tracer;
+    std::string idName;
+    FunctionThread thread("flusher", [&idName] {
+        idName = defaultName();
+        atThreadEnd.action = openMarkerAfterwards;
+    });
+
+    thread.start();
+    thread.stop();
+
+    EXPECT_EQ(nameOf("afterwards", tracer.lines()), idName);
+}
+
+TEST(KFThread, WithoutNameIsNotRegistered)
+{
+    PublishedTracer tracer;
+    std::string idName;
+    FunctionThread thread(nullptr, [&idName] {
+        idName = defaultName();
+        const CallMarker marker("body");
+    });
+
+    thread.start();
+    thread.stop();
+
+    EXPECT_EQ(nameOf("body", tracer.lines()), idName);
+}
+
+TEST(KFThread, WithoutNameIsNotForgottenAtTheEnd)
+{
+    PublishedTracer tracer;
+    FunctionThread thread(nullptr, [] {
+        Tracer::GetInstance()->BeginningOfThread("own");
+        atThreadEnd.action = openMarkerAfterwards;
+    });
+
+    thread.start();
+    thread.stop();
+
+    EXPECT_EQ(nameOf("afterwards", tracer.lines()), "own");
+}
+
+TEST(KFThread, IsNotRegisteredWhenItStartsBeforeTracingIsActive)
+{
+    PublishedTracer tracer;
+    tracer->setActive(false);
+    std::string idName;
+    FunctionThread thread("flusher", [&tracer, &idName] {
+        tracer->setActive(true);
+        idName = defaultName();
+        const CallMarker marker("body");
+    });
+
+    thread.start();
+    thread.stop();
+
+    EXPECT_EQ(nameOf("body", tracer.lines()), idName);
+}
+
+TEST(KFThread, IsForgottenWhenTracingBecameActiveInItsBody)
+{
+    PublishedTracer tracer;
+    tracer->setActive(false);
+    std::string idName;
+    FunctionThread thread("flusher", [&tracer, &idName] {
+        tracer->setActive(true);
+        tracer->BeginningOfThread("own");
+        idName = defaultName();
+        atThreadEnd.action = openMarkerAfterwards;
+    });
+
+    thread.start();
+    thread.stop();
+
+    EXPECT_EQ(nameOf("afterwards", tracer.lines()), idName);
+}
+
+TEST(KFThread, IsNotForgottenWhenTracingEndedInItsBody)
+{
+    PublishedTracer tracer;
+    FunctionThread thread("flusher", [&tracer] {
+        tracer->setActive(false);
+        atThreadEnd.action = [&tracer] {
+            tracer->setActive(true);
+            openMarkerAfterwards();
+        };
+    });
+
+    thread.start();
+    thread.stop();
+
+    EXPECT_EQ(nameOf("afterwards", tracer.lines()), "flusher");
+}
+
+TEST(KFThread, RunsWithoutATracer)
+{
+    ASSERT_EQ(Tracer::GetInstance(), nullptr);
+    bool ran = false;
+    FunctionThread thread("worker", [&ran] { ran = true; });
+
+    thread.start();
+    thread.stop();
+
+    EXPECT_TRUE(ran);
+}
+
+TEST(KFThread, EntryWithoutThreadIsAViolation)
+{
+    EXPECT_CRASH_REPORT(
+        KFThread::threadStart(nullptr),
+        "REQUIRE VIOLATION : arg != NULL - In File : "
+        "Infrastructure/ProgrammingServices/OS/src/KFThread - At Line : 156");
+}
+
+TEST(KFThread, CurrentIdIsThatOfTheCaller)
+{
+    EXPECT_TRUE(pthread_equal(KFThread::getCurrentThreadId(), pthread_self()));
+}
+
+TEST(KFThread, SleepsAtLeastTheMilliseconds)
+{
+    const auto before = std::chrono::steady_clock::now();
+
+    KFThread::msleep(1500);
+
+    EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(1500));
+}
+
+TEST(KFThread, SleepsAtLeastTheSeconds)
+{
+    const auto before = std::chrono::steady_clock::now();
+
+    KFThread::sleep(1);
+
+    EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::seconds(1));
+}

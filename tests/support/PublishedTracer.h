@@ -1,0 +1,46 @@
+#pragma once
+
+#include "TemporaryFolder.h"
+#include "Tracer.h"
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+#include <unistd.h>
+
+/// An active tracer that is published for one test: every call and message of every thread is
+/// written at once to a file of its own, the test's own thread under the name "test".
+class PublishedTracer {
+public:
+    PublishedTracer()
+    {
+        m_tracer.setSynchronous(true);
+        m_tracer.setMsgTypeMask(0x1FF);
+        m_tracer.TraceTheThread("*");
+        m_tracer.TraceTheCall("*");
+        m_tracer.SetFileName(m_folder.file("trace"));
+        Tracer::SetInstance(&m_tracer);
+        m_tracer.BeginningOfThread("test");
+        m_tracer.setActive(true);
+    }
+
+    Tracer* operator->() { return &m_tracer; }
+
+    const TemporaryFolder& folder() const { return m_folder; }
+
+    /// The lines that were written, with "<id>" for the padded id of the test's own thread.
+    std::string lines() const
+    {
+        char id[16];
+        std::snprintf(id, sizeof(id), "th_%-5d]", gettid());
+        std::string text = m_folder.read("trace_0.txt");
+        for (std::size_t at = text.find(id); at != std::string::npos; at = text.find(id, at))
+            text.replace(at, std::string_view(id).size(), "<id>]");
+        return text;
+    }
+
+private:
+    TemporaryFolder m_folder;
+    Tracer m_tracer;
+};
