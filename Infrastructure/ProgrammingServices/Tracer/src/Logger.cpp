@@ -1,15 +1,119 @@
 #include "Logger.h"
 
-Logger::Logger() : LineOutput("Logger") {}
+#include "Contract.h"
+#include "LoggerConfigFileParser.h"
+#include "LoggerFlushThread.h"
+#include "MessageFormatter.h"
+#include "TimeStamp.h"
+
+#include <cstdarg>
+#include <string>
+
+namespace {
+
+constexpr const char* c_unit = "Infrastructure/ProgrammingServices/Tracer/src/Logger";
+
+const char* tagOf(LoggerMsgType type)
+{
+    switch (type) {
+    case LoggerMsgType::DEBUG:
+        return "[DEBUG  ] ";
+    case LoggerMsgType::ERROR:
+        return "[ERROR  ] ";
+    case LoggerMsgType::WARNING:
+        return "[WARNING] ";
+    case LoggerMsgType::LEVEL_0:
+        return "[LEVEL_0] ";
+    case LoggerMsgType::LEVEL_1:
+        return "[LEVEL_1] ";
+    case LoggerMsgType::LEVEL_2:
+        return "[LEVEL_2] ";
+    case LoggerMsgType::LEVEL_3:
+        return "[LEVEL_3] ";
+    case LoggerMsgType::LEVEL_4:
+        return "[LEVEL_4] ";
+    case LoggerMsgType::LEVEL_5:
+        return "[LEVEL_5] ";
+    }
+    return ""; // a combination of levels has no tag
+}
+
+} // namespace
+
+std::atomic<Logger*> Logger::m_pInstance = nullptr;
 
 Logger* Logger::GetInstance()
 {
-    return nullptr;
+    return m_pInstance;
 }
 
-bool Logger::logs(LoggerMsgType /*type*/) const
+// Kept: the post-condition is checked on the null branch alone.
+void Logger::SetInstance(Logger* pTheLogger)
 {
-    return false;
+    Contract::require(pTheLogger != nullptr, "pTheLogger != NULL", c_unit, 53);
+    if (pTheLogger == nullptr) {
+        Contract::ensure(m_pInstance != nullptr, "m_pInstance != NULL", c_unit, 55);
+        return;
+    }
+    m_pInstance = pTheLogger;
 }
 
-void Logger::PrintMsg(LoggerMsgType /*type*/, const char* /*format*/, ...) {}
+Logger::Logger() : LineOutput("Logger") {}
+
+Logger::~Logger()
+{
+    m_active = false;
+    Logger* published = this;
+    m_pInstance.compare_exchange_strong(published, nullptr);
+    if (m_flushThread) {
+        m_flushThread->forgetLogger();
+        // The thread is never stopped, so its object must outlive the log.
+        static_cast<void>(m_flushThread.release());
+    }
+}
+
+void Logger::ReadConfigFile(const char* fileName)
+{
+    Contract::require(fileName != nullptr, "fileName != NULL", c_unit, 78);
+    LoggerConfigFileParser(fileName).parse();
+    if (m_active)
+        Initialize();
+}
+
+void Logger::Initialize()
+{
+    requireFileName("please call Logger_SET_FILE_NAME(fileName)");
+    if (isSynchronous())
+        return;
+    m_flushThread = std::make_unique<LoggerFlushThread>(this);
+    m_flushThread->start();
+}
+
+bool Logger::logs(LoggerMsgType type) const
+{
+    return m_active && (m_levelMask & static_cast<std::uint32_t>(type)) != 0;
+}
+
+void Logger::PrintMsg(LoggerMsgType type, const char* format, ...)
+{
+    std::va_list arguments;
+    va_start(arguments, format);
+    m_mutex.acquire();
+    std::string line;
+    if (m_printTime)
+        line += TimeStamp::now();
+    line += tagOf(type);
+    line += MessageFormatter::format(format, arguments);
+    line += '\n';
+    PrintString(line);
+    m_mutex.release();
+    va_end(arguments);
+}
+
+void Logger::FinishLogging()
+{
+    m_mutex.acquire();
+    m_active = false;
+    writeAllPending();
+    m_mutex.release();
+}

@@ -1,0 +1,361 @@
+#include "Logger.h"
+
+#include "TemporaryFolder.h"
+
+#include <array>
+#include <ctime>
+#include <regex>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+/// A log that writes each line at once to a ring in a folder of its own.
+class LoggerTest : public testing::Test {
+protected:
+    LoggerTest()
+    {
+        m_logger.setSynchronous(true);
+        m_logger.SetFileName(m_folder.file("app"));
+    }
+
+    std::string written() const { return m_folder.read("app_0.txt"); }
+
+    const TemporaryFolder m_folder;
+    Logger m_logger;
+};
+
+std::string lineOf(const std::string& message)
+{
+    return "[LEVEL_0] " + message + "\n";
+}
+
+} // namespace
+
+TEST(Logger, StartsWithItsDefaults)
+{
+    Logger logger;
+
+    EXPECT_FALSE(logger.isActive());
+    EXPECT_FALSE(logger.printsTime());
+    EXPECT_FALSE(logger.isSynchronous());
+    EXPECT_EQ(logger.getLevelMask(), 0U);
+    EXPECT_EQ(logger.getMaxFiles(), 10);
+    EXPECT_EQ(logger.getMaxLinesPerFile(), 100000);
+    EXPECT_EQ(logger.getCurrentFileName(), "");
+    EXPECT_TRUE(logger.areAllMsgFlushed());
+}
+
+struct TagCase {
+    std::uint32_t type;
+    std::string tag;
+};
+
+class LoggerTag : public LoggerTest, public testing::WithParamInterface<TagCase> {};
+
+TEST_P(LoggerTag, StandsBeforeTheText)
+{
+    m_logger.PrintMsg(static_cast<LoggerMsgType>(GetParam().type), "text");
+
+    EXPECT_EQ(written(), GetParam().tag + "text\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Levels, LoggerTag,
+    testing::Values(
+        TagCase{1, "[DEBUG  ] "}, TagCase{2, "[ERROR  ] "}, TagCase{4, "[WARNING] "},
+        TagCase{8, "[LEVEL_0] "}, TagCase{16, "[LEVEL_1] "}, TagCase{32, "[LEVEL_2] "},
+        TagCase{64, "[LEVEL_3] "}, TagCase{128, "[LEVEL_4] "}, TagCase{256, "[LEVEL_5] "},
+        TagCase{0, ""}, TagCase{3, ""}, TagCase{10, ""}, TagCase{512, ""}));
+
+class LoggerLevel : public testing::TestWithParam<LoggerMsgType> {};
+
+TEST_P(LoggerLevel, IsLoggedExactlyWhenItsBitIsInTheMask)
+{
+    const auto bit = static_cast<std::uint32_t>(GetParam());
+    Logger with;
+    with.setActive(true);
+    with.addLevels(bit);
+    Logger without;
+    without.setActive(true);
+    without.addLevels(511U & ~bit);
+
+    EXPECT_TRUE(with.logs(GetParam()));
+    EXPECT_FALSE(without.logs(GetParam()));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Levels, LoggerLevel,
+    testing::Values(
+        LoggerMsgType::DEBUG, LoggerMsgType::ERROR, LoggerMsgType::WARNING, LoggerMsgType::LEVEL_0,
+        LoggerMsgType::LEVEL_1, LoggerMsgType::LEVEL_2, LoggerMsgType::LEVEL_3,
+        LoggerMsgType::LEVEL_4, LoggerMsgType::LEVEL_5));
+
+TEST(Logger, LogsNothingWhileInactive)
+{
+    Logger logger;
+    logger.addLevels(511);
+
+    EXPECT_FALSE(logger.logs(LoggerMsgType::ERROR));
+}
+
+TEST(Logger, LogsNothingWithAnEmptyMask)
+{
+    Logger logger;
+    logger.setActive(true);
+
+    EXPECT_FALSE(logger.logs(LoggerMsgType::ERROR));
+}
+
+TEST(Logger, OnlyAddsToTheMask)
+{
+    Logger logger;
+
+    logger.addLevels(2);
+    logger.addLevels(8);
+
+    EXPECT_EQ(logger.getLevelMask(), 10U);
+}
+
+TEST_F(LoggerTest, PrintMsgDoesNotFilter)
+{
+    m_logger.PrintMsg(LoggerMsgType::ERROR, "text");
+
+    EXPECT_EQ(written(), "[ERROR  ] text\n");
+}
+
+TEST_F(LoggerTest, FormatsItsArguments)
+{
+    m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "%s = %d", "answer", 42);
+
+    EXPECT_EQ(written(), "[LEVEL_0] answer = 42\n");
+}
+
+TEST_F(LoggerTest, WritesPercentSignsOfAnArgumentToTheLetter)
+{
+    m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "%s", "100% %s %n");
+
+    EXPECT_EQ(written(), "[LEVEL_0] 100% %s %n\n");
+}
+
+TEST_F(LoggerTest, WritesEmptyMessageAsTagAlone)
+{
+    m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "%s", "");
+
+    EXPECT_EQ(written(), "[LEVEL_0] \n");
+}
+
+struct LengthCase {
+    std::size_t length;
+    std::size_t kept;
+    std::string mark;
+};
+
+class LoggerMessageLength : public LoggerTest, public testing::WithParamInterface<LengthCase> {};
+
+TEST_P(LoggerMessageLength, IsKeptOrCut)
+{
+    m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "%s", std::string(GetParam().length, 'x').c_str());
+
+    EXPECT_EQ(written(), lineOf(std::string(GetParam().kept, 'x') + GetParam().mark));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Edges, LoggerMessageLength,
+    testing::Values(
+        LengthCase{2047, 2047, ""}, LengthCase{2048, 2047, ""}, LengthCase{2049, 2049, ""},
+        LengthCase{3000, 3000, ""}, LengthCase{19999, 19999, ""}, LengthCase{20000, 19999, ""},
+        LengthCase{20001, 19999, " ..."}, LengthCase{25000, 19999, " ..."}));
+
+TEST_F(LoggerTest, FormatsLongMessageWithAllItsArguments)
+{
+    const std::string text(1500, 'a');
+
+    m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "%s %d %s", text.c_str(), 42, text.c_str());
+
+    EXPECT_EQ(written(), lineOf(text + " 42 " + text));
+}
+
+TEST_F(LoggerTest, PutsTimeStampDirectlyBeforeTheTag)
+{
+    m_logger.setPrintTime(true);
+
+    const std::time_t before = std::time(nullptr);
+    m_logger.PrintMsg(LoggerMsgType::ERROR, "text");
+    const std::time_t after = std::time(nullptr);
+
+    std::smatch match;
+    const std::string line = written();
+    ASSERT_TRUE(std::regex_match(
+        line, match, std::regex(R"((\[\d\d:\d\d:\d\d)-\d\d\d\]\[ERROR  \] text\n)")));
+    std::vector<std::string> possible;
+    for (std::time_t time = before; time <= after; ++time) {
+        std::tm local{};
+        localtime_r(&time, &local);
+        std::array<char, 16> text{};
+        ASSERT_NE(std::strftime(text.data(), text.size(), "[%H:%M:%S", &local), 0U);
+        possible.emplace_back(text.data());
+    }
+    EXPECT_THAT(possible, testing::Contains(match.str(1)));
+}
+
+TEST_F(LoggerTest, WritesAtOnceWhenSynchronous)
+{
+    m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "text");
+
+    EXPECT_EQ(written(), "[LEVEL_0] text\n");
+    EXPECT_TRUE(m_logger.areAllMsgFlushed());
+}
+
+TEST_F(LoggerTest, QueuesLinesInOrderForTheNextWritePass)
+{
+    m_logger.setSynchronous(false);
+
+    m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "one");
+    m_logger.PrintMsg(LoggerMsgType::LEVEL_1, "two");
+
+    EXPECT_EQ(written(), "");
+    EXPECT_FALSE(m_logger.areAllMsgFlushed());
+
+    m_logger.WriteOnFile();
+
+    EXPECT_EQ(written(), "[LEVEL_0] one\n[LEVEL_1] two\n");
+    EXPECT_TRUE(m_logger.areAllMsgFlushed());
+}
+
+TEST(Logger, FollowsEachConsoleLineByAnEmptyOne)
+{
+    Logger logger;
+    logger.SetFileName("console");
+
+    testing::internal::CaptureStdout();
+    logger.PrintMsg(LoggerMsgType::LEVEL_0, "one");
+    logger.PrintMsg(LoggerMsgType::ERROR, "two");
+
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "[LEVEL_0] one\n\n[ERROR  ] two\n\n");
+    EXPECT_TRUE(logger.areAllMsgFlushed());
+}
+
+TEST(Logger, DropsLinesForMsvc)
+{
+    Logger logger;
+    logger.SetFileName("msvc");
+
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    logger.PrintMsg(LoggerMsgType::LEVEL_0, "one");
+
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_TRUE(logger.areAllMsgFlushed());
+}
+
+TEST_F(LoggerTest, FinishWritesWhatIsPendingAndSwitchesOff)
+{
+    m_logger.setSynchronous(false);
+    m_logger.setActive(true);
+    m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "one");
+    m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "two");
+
+    m_logger.FinishLogging();
+
+    EXPECT_FALSE(m_logger.isActive());
+    EXPECT_TRUE(m_logger.areAllMsgFlushed());
+    EXPECT_EQ(written(), "[LEVEL_0] one\n[LEVEL_0] two\n");
+}
+
+TEST_F(LoggerTest, FinishWritesNothingWhenSynchronous)
+{
+    m_logger.setSynchronous(false);
+    m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "one");
+    m_logger.setSynchronous(true);
+
+    m_logger.FinishLogging();
+
+    EXPECT_FALSE(m_logger.areAllMsgFlushed());
+    EXPECT_EQ(written(), "");
+}
+
+TEST_F(LoggerTest, DrainWritesWhatIsPending)
+{
+    m_logger.setSynchronous(false);
+    m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "one");
+
+    m_logger.drain();
+
+    EXPECT_TRUE(m_logger.areAllMsgFlushed());
+    EXPECT_EQ(written(), "[LEVEL_0] one\n");
+}
+
+TEST(Logger, LosesPendingLinesAtItsDestruction)
+{
+    const TemporaryFolder folder;
+    {
+        Logger logger;
+        logger.SetFileName(folder.file("app"));
+        logger.PrintMsg(LoggerMsgType::LEVEL_0, "lost");
+    }
+
+    EXPECT_FALSE(std::filesystem::exists(folder.file("app_0.txt")));
+}
+
+TEST(Logger, IsNotReachedBeforeItIsPublished)
+{
+    const Logger logger;
+
+    EXPECT_EQ(Logger::GetInstance(), nullptr);
+}
+
+TEST(Logger, IsReachedOncePublished)
+{
+    Logger logger;
+
+    Logger::SetInstance(&logger);
+
+    EXPECT_EQ(Logger::GetInstance(), &logger);
+}
+
+TEST(Logger, IsReplacedByAnotherThatIsPublished)
+{
+    Logger first;
+    Logger second;
+
+    Logger::SetInstance(&first);
+    Logger::SetInstance(&second);
+
+    EXPECT_EQ(Logger::GetInstance(), &second);
+}
+
+TEST_F(LoggerTest, LetsTheMacroWriteALineOfALoggedLevel)
+{
+    Logger::SetInstance(&m_logger);
+    m_logger.setActive(true);
+    m_logger.addLevels(2);
+
+    TAV_LOG(LoggerMsgType::ERROR, "cannot write %s", "file");
+    TAV_LOG(LoggerMsgType::DEBUG, "%s", "not logged");
+
+    EXPECT_EQ(written(), "[ERROR  ] cannot write file\n");
+}
+
+TEST_F(LoggerTest, LetsTheMacroEvaluateNothingOfALevelThatIsNotLogged)
+{
+    Logger::SetInstance(&m_logger);
+    m_logger.setActive(true);
+    m_logger.addLevels(2);
+    int evaluations = 0;
+
+    TAV_LOG(LoggerMsgType::DEBUG, "%d", ++evaluations);
+
+    EXPECT_EQ(evaluations, 0);
+}
+
+TEST(Logger, LetsTheMacroEvaluateNothingWhenNoneIsPublished)
+{
+    int evaluations = 0;
+
+    TAV_LOG(LoggerMsgType::ERROR, "%d", ++evaluations);
+
+    EXPECT_EQ(evaluations, 0);
+}
