@@ -4,6 +4,7 @@
 #include "Contract.h"
 #include "MessageFormatter.h"
 #include "ThreadTracer.h"
+#include "TracerConfigFileParser.h"
 #include "TracerFlushThread.h"
 
 #include <utility>
@@ -44,6 +45,14 @@ void Tracer::SetInstance(Tracer* pTheTracer)
     }
     m_Instance = pTheTracer;
     CallMarker::s_tracing = pTheTracer->isActive();
+}
+
+void Tracer::ReadConfigFile(const char* fileName)
+{
+    Contract::require(fileName != nullptr, "fileName != NULL", c_unit, 52);
+    TracerConfigFileParser(fileName).parse();
+    if (isActive())
+        Initialize();
 }
 
 void Tracer::Initialize()

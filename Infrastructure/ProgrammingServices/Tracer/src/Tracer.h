@@ -32,6 +32,10 @@ public:
     /// Publishes the tracer, which must outlive the process's last traced call.
     static void SetInstance(Tracer* pTheTracer);
 
+    /// Applies a configuration file and, when it switches tracing on, initializes the output. The
+    /// commands act on the published tracer. A null name is a violation.
+    void ReadConfigFile(const char* fileName);
+
     /// Ends the process with status 1 when no file name was set; otherwise starts the background
     /// thread that writes the pending lines, unless synchronous. To be called once, when active.
     void Initialize();
