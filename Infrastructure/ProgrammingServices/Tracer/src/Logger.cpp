@@ -74,7 +74,7 @@ Logger::~Logger()
 
 void Logger::ReadConfigFile(const char* fileName)
 {
-    Contract::require(fileName != nullptr, "fileName != NULL", c_unit, 78);
+    Contract::require(fileName != nullptr, "fileName != NULL", c_unit, 77);
     LoggerConfigFileParser(fileName).parse();
     if (m_active)
         Initialize();

@@ -1,5 +1,6 @@
 #include "Logger.h"
 
+#include "CrashReport.h"
 #include "TemporaryFolder.h"
 
 #include <array>
@@ -325,6 +326,44 @@ TEST(Logger, IsReplacedByAnotherThatIsPublished)
     Logger::SetInstance(&second);
 
     EXPECT_EQ(Logger::GetInstance(), &second);
+}
+
+TEST(Logger, ReportsAViolationWhenNullIsPublished)
+{
+    EXPECT_CRASH_REPORT(
+        Logger::SetInstance(nullptr),
+        "REQUIRE VIOLATION : pTheLogger != NULL - In File : "
+        "Infrastructure/ProgrammingServices/Tracer/src/Logger - At Line : 53");
+}
+
+TEST(Logger, ReportsAViolationWhenItsConfigurationFileHasNoName)
+{
+    EXPECT_CRASH_REPORT(
+        Logger().ReadConfigFile(nullptr),
+        "REQUIRE VIOLATION : fileName != NULL - In File : "
+        "Infrastructure/ProgrammingServices/Tracer/src/Logger - At Line : 77");
+}
+
+TEST(Logger, ReportsAViolationWhenALineIsEmpty)
+{
+    EXPECT_CRASH_REPORT(
+        Logger().PrintString(""),
+        "REQUIRE VIOLATION : !(msg.empty()) - In File : "
+        "Infrastructure/ProgrammingServices/Tracer/src/LineOutput - At Line : 50");
+}
+
+TEST_F(LoggerTest, WritesPendingLinesWhenAViolationEndsTheProcess)
+{
+    m_logger.setSynchronous(false);
+    Logger::SetInstance(&m_logger);
+    m_logger.PrintMsg(LoggerMsgType::ERROR, "last words");
+
+    EXPECT_CRASH_REPORT(
+        Logger::SetInstance(nullptr),
+        "REQUIRE VIOLATION : pTheLogger != NULL - In File : "
+        "Infrastructure/ProgrammingServices/Tracer/src/Logger - At Line : 53");
+
+    EXPECT_EQ(written(), "[ERROR  ] last words\n");
 }
 
 TEST_F(LoggerTest, LetsTheMacroWriteALineOfALoggedLevel)

@@ -1,3 +1,4 @@
+#include "CrashReport.h"
 #include "JoinedOutputs.h"
 #include "KFThread.h"
 #include "TemporaryFolder.h"
@@ -138,6 +139,14 @@ TEST_F(TracerConfigFile, IsParsedWithoutInitializingTheTracer)
     EXPECT_TRUE(TracerConfigFileParser(file.c_str()).parse());
 
     EXPECT_TRUE(m_tracer.isActive());
+}
+
+TEST_F(TracerConfigFile, NeedsAName)
+{
+    EXPECT_CRASH_REPORT(
+        m_tracer.ReadConfigFile(nullptr),
+        "REQUIRE VIOLATION : fileName != NULL - In File : "
+        "Infrastructure/ProgrammingServices/Tracer/src/Tracer - At Line : 52");
 }
 
 TEST_F(TracerConfigFile, IsDeliveredSwitchedOff)
