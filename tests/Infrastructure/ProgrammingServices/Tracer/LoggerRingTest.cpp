@@ -3,6 +3,7 @@
 #include "TemporaryFolder.h"
 
 #include <array>
+#include <csignal>
 #include <ctime>
 #include <future>
 #include <thread>
@@ -10,6 +11,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -422,4 +424,19 @@ TEST_F(LoggerRing, DrainGivesUpAMutexThatAnotherThreadHolds)
 
     EXPECT_FALSE(m_logger.areAllMsgFlushed());
     EXPECT_EQ(m_folder.read("app_0.txt"), "");
+}
+
+TEST_F(LoggerRing, FinishNeverReturnsWhenTheFileCannotBeOpened)
+{
+    std::filesystem::create_directory(m_folder.file("app_0.txt"));
+    m_logger.SetFileName(m_folder.file("app"));
+    print({"one"});
+
+    EXPECT_EXIT(
+        {
+            close(STDERR_FILENO); // every round tells the failure
+            alarm(1);
+            m_logger.FinishLogging();
+        },
+        testing::KilledBySignal(SIGALRM), "");
 }
