@@ -1,0 +1,47 @@
+#include "DictionaryDescription.h"
+
+#include "Dictionary.h"
+
+#include <utility>
+
+DictionaryDescription::DictionaryDescription(const CallMarker& outer, std::string indent)
+    : m_calls(outer, "std::string Dictionary::toString(const std::string&)"),
+      m_indent(std::move(indent))
+{
+}
+
+std::string DictionaryDescription::describe(const Dictionary& root)
+{
+    open(root);
+    while (m_cursor.depth() > 0 && m_text.size() <= s_maxSize)
+        describeNextEntry();
+    if (m_text.size() > s_maxSize) {
+        m_text.resize(s_maxSize);
+        m_text += " ...";
+    }
+    return std::move(m_text);
+}
+
+// kept: no line end follows, so that the first entry stands on the dictionary's own line
+void DictionaryDescription::open(const Dictionary& dictionary)
+{
+    m_text.append(m_indent).append("Dictionary [").append(Item::addressText(&dictionary));
+    m_text.append("] '").append(dictionary.getName()).append("' items :");
+    m_cursor.enter(dictionary);
+    m_indent.push_back('\t');
+}
+
+void DictionaryDescription::describeNextEntry()
+{
+    const DictionaryEntries::Entry* const entry = m_cursor.next();
+    if (entry == nullptr) {
+        m_indent.pop_back();
+        m_cursor.leave();
+        m_calls.leave();
+    } else if (Dictionary* const child = DictionaryEntries::dictionaryIn(*entry)) {
+        m_calls.enter(child);
+        open(*child);
+    } else if (entry->second != nullptr) {
+        m_text.append(entry->second->toString(m_indent));
+    }
+}

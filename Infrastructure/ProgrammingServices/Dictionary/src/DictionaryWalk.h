@@ -1,0 +1,39 @@
+#pragma once
+
+#include "DictionaryCursor.h"
+#include "NestedCalls.h"
+
+#include <string>
+
+/// Visits the dictionaries below one dictionary, depth first and in key order, each inside the
+/// trace of a call of its own:
+///
+///     DictionaryWalk walk(*this, marker, "Item* Dictionary::findItem(const std::string&)");
+///     for (Dictionary* here = this; here != nullptr; here = walk.next())
+///
+/// The dictionary that it stands on may be changed before the walk goes on, one above it may not.
+class DictionaryWalk {
+public:
+    /// Starts on `root`; see NestedCalls for the marker and the signature.
+    DictionaryWalk(const Dictionary& root, const CallMarker& outer, const char* signature);
+
+    /// Goes on to the children of the dictionary that the walk stands on, then beside and above it;
+    /// NULL at the end.
+    Dictionary* next();
+    /// As next(), but leaves out what is below the dictionary that the walk stands on.
+    Dictionary* nextBeside();
+
+    /// How many levels below the root the walk stands.
+    std::size_t depth() const { return m_cursor.depth(); }
+    /// The dotted path of a name in the dictionary that the walk stands on.
+    std::string pathOf(const std::string& name) const { return m_cursor.pathOf(name); }
+    /// The call of the dictionary that the walk stands on.
+    const CallMarker& marker() const { return m_calls.marker(); }
+
+private:
+    Dictionary* advance();
+
+    const Dictionary* m_here;
+    DictionaryCursor m_cursor;
+    NestedCalls m_calls;
+};

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "KFException.h"
+
+/// The base of what the property dictionary throws; not thrown by itself.
+class KFDictionaryException : public KFException {
+public:
+    using KFException::KFException;
+};

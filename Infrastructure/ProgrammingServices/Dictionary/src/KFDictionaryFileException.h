@@ -1,0 +1,9 @@
+#pragma once
+
+#include "KFDictionaryException.h"
+
+/// Thrown when a property list file cannot be opened for reading.
+class KFDictionaryFileException : public KFDictionaryException {
+public:
+    using KFDictionaryException::KFDictionaryException;
+};

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "KFDictionaryException.h"
+
+/// Thrown when a header line of a property list is wrong, or a line lacks the tag that it needs.
+class KFDictionaryParsingException : public KFDictionaryException {
+public:
+    using KFDictionaryException::KFDictionaryException;
+};
