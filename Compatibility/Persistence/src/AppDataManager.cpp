@@ -1,9 +1,53 @@
 #include "AppDataManager.h"
 
 #include "CallMarker.h"
+#include "DataFolder.h"
 #include "FileSystemManagement.h"
+#include "FolderNames.h"
+#include "PatternFileFinder.h"
+
+#include <algorithm>
+#include <array>
+#include <set>
 
 AppDataManager* AppDataManager::s_instance = nullptr;
+
+namespace {
+
+/// The stores of the domain, made when they are not there yet.
+template<typename Manager>
+const t_PersistencePair<Manager>& findOrMake(
+    std::map<std::string, t_PersistencePair<Manager>>& stores, const std::string& scope,
+    const std::string& domain)
+{
+    CallMarker marker("findOrMake");
+    auto& pair = stores[domain];
+    if (pair.first == nullptr) {
+        pair.first = std::make_unique<Manager>(scope, domain, PERSISTENCE_CURRENT_USER);
+        pair.second = std::make_unique<Manager>(scope, domain, PERSISTENCE_ALL_USERS);
+    }
+    return pair;
+}
+
+void addFiles(const std::string& folder, std::set<std::string>& names)
+{
+    CallMarker marker("addFiles");
+    PatternFileFinder finder(folder, "*.*");
+    std::string name;
+    for (bool found = finder.findFirstFile(name); found; found = finder.findNextFile(name)) {
+        if (name != "." && name != "..")
+            names.insert(name);
+    }
+}
+
+void deleteDataFolder(const std::string& path)
+{
+    CallMarker marker("deleteDataFolder");
+    if (FileSystemManagement::existFolder(path))
+        FileSystemManagement::deleteFolder(path, true);
+}
+
+} // namespace
 
 AppDataManager::AppDataManager()
 {
@@ -50,15 +94,117 @@ std::string AppDataManager::getPathForFile(const std::string& domain, const std:
     std::string userPath;
     std::string allUsersPath;
     getDataPath(userPath, allUsersPath, m_globalScope);
-    const std::string userFolder = userPath + separator + domain + separator;
-    const std::string allUsersFolder = allUsersPath + separator + domain + separator;
+    const std::string domainFolder = separator + domain + separator;
     // The executable's folder comes with a separator of its own.
-    const std::string executableFolder =
-        FileSystemManagement::getCurrentExecutableDirectory() + domain + separator;
+    const std::array<std::string, 3> folders = {
+        userPath + domainFolder, allUsersPath + domainFolder,
+        FileSystemManagement::getCurrentExecutableDirectory() + domain + separator};
 
-    for (const std::string* folder : {&userFolder, &allUsersFolder, &executableFolder}) {
-        if (FileSystemManagement::existFile(*folder + file))
-            return *folder;
+    const auto* const found =
+        std::find_if(folders.begin(), folders.end(), [&file](const std::string& folder) {
+            return FileSystemManagement::existFile(folder + file);
+        });
+    return found == folders.end() ? folders.front() : *found;
+}
+
+void AppDataManager::createAllUsersDataFolder() const
+{
+    CallMarker marker("AppDataManager::createAllUsersDataFolder", this);
+    DataFolder::create(m_globalScope, PERSISTENCE_ALL_USERS);
+}
+
+std::list<std::string> AppDataManager::getFiles(const std::string& domain) const
+{
+    CallMarker marker("AppDataManager::getFiles", this);
+    const char separator = FileSystemManagement::getFolderSeparator();
+    std::string userPath;
+    std::string allUsersPath;
+    getDataPath(userPath, allUsersPath, m_globalScope);
+    std::set<std::string> names;
+    addFiles(userPath + separator + domain + separator, names);
+    addFiles(allUsersPath + separator + domain + separator, names);
+    return {names.begin(), names.end()};
+}
+
+const t_PersistencePair<PersistenceManager>& AppDataManager::getPersistence(
+    const std::string& domain) const
+{
+    CallMarker marker("AppDataManager::getPersistence", this);
+    return findOrMake(m_persistence, m_globalScope, domain);
+}
+
+const t_PersistencePair<BinaryPersistenceManager>& AppDataManager::getBinaryPersistence(
+    const std::string& domain) const
+{
+    CallMarker marker("AppDataManager::getBinaryPersistence", this);
+    return findOrMake(m_binaryPersistence, m_globalScope, domain);
+}
+
+bool AppDataManager::readParam(
+    const std::string& domain, const std::string& name, std::string& value) const
+{
+    CallMarker marker("AppDataManager::readParam", this);
+    const auto& [user, allUsers] = getPersistence(domain);
+    return user->readParam(name, value) || allUsers->readParam(name, value);
+}
+
+bool AppDataManager::writeParam(
+    const std::string& domain, const std::string& name, const std::string& value) const
+{
+    CallMarker marker("AppDataManager::writeParam", this);
+    return getPersistence(domain).first->writeParam(name, value);
+}
+
+bool AppDataManager::writeParamForAllUsers(
+    const std::string& domain, const std::string& name, const std::string& value) const
+{
+    CallMarker marker("AppDataManager::writeParamForAllUsers", this);
+    return getPersistence(domain).second->writeParam(name, value);
+}
+
+char* AppDataManager::readUnformattedParam(
+    const std::string& domain, const std::string& name, int& size) const
+{
+    CallMarker marker("AppDataManager::readUnformattedParam", this);
+    const auto& [user, allUsers] = getBinaryPersistence(domain);
+    char* const data = user->readUnformattedParam(name, size);
+    return data != nullptr ? data : allUsers->readUnformattedParam(name, size);
+}
+
+bool AppDataManager::writeUnformattedParam(
+    const std::string& domain, const std::string& name, const char* data, int size) const
+{
+    CallMarker marker("AppDataManager::writeUnformattedParam", this);
+    return getBinaryPersistence(domain).first->writeUnformattedParam(name, data, size);
+}
+
+bool AppDataManager::writeUnformattedParamForAllUsers(
+    const std::string& domain, const std::string& name, const char* data, int size) const
+{
+    CallMarker marker("AppDataManager::writeUnformattedParamForAllUsers", this);
+    return getBinaryPersistence(domain).second->writeUnformattedParam(name, data, size);
+}
+
+void AppDataManager::removeDomainData(const std::string& domain) const
+{
+    CallMarker marker("AppDataManager::removeDomainData", this);
+    getPersistence(domain).first->eraseAllParams();
+    getPersistence(domain).second->eraseAllParams();
+    getBinaryPersistence(domain).first->eraseAllParams();
+    getBinaryPersistence(domain).second->eraseAllParams();
+}
+
+void AppDataManager::removeAllData(const std::string& scope) const
+{
+    CallMarker marker("AppDataManager::removeAllData", this);
+    std::string userPath;
+    std::string allUsersPath;
+    for (const std::string& folder : {scope, std::string(FOLDERNAME_DOWNLOADS)}) {
+        getDataPath(userPath, allUsersPath, folder);
+        deleteDataFolder(userPath);
+        deleteDataFolder(allUsersPath);
     }
-    return userFolder;
+    getDataPath(userPath, allUsersPath, "");
+    FileSystemManagement::DeleteEmptyFolder(userPath);
+    FileSystemManagement::DeleteEmptyFolder(allUsersPath);
 }
