@@ -1,0 +1,76 @@
+#include "Console.h"
+#include "KFExceptionHandler.h"
+#include "KFExceptionListener.h"
+#include "Localizer.h"
+#include "Logger.h"
+#include "RecordingAuthorizationServices.h"
+#include "Tracer.h"
+#include "main.h"
+
+#include <csignal>
+#include <cstdlib>
+
+/// Runs the start-up as the tool's executable does, on authorization operations and a window that
+/// are records on the standard output, between the console's log and trace lines.
+///
+/// Environment: PROBE_CREATE, PROBE_COPY_RIGHTS and PROBE_EXECUTE are the operations' statuses,
+/// PROBE_WINDOW is the window's result or "signal"; PROBE_FUNCTION "initTracesAndLogs" calls that
+/// function alone, "published" does after a tracer and a logger were published.
+namespace {
+
+std::string setting(const char* name, const char* otherwise)
+{
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : otherwise;
+}
+
+AuthorizationStatus status(const char* name)
+{
+    return static_cast<AuthorizationStatus>(std::stoi(setting(name, "0")));
+}
+
+int recordWindow(int& argc, char** argv)
+{
+    Console::writeLine(
+        "window with " + std::to_string(argc) + " arguments, the last " + argv[argc - 1] +
+        ", title " + Localizer::getInstance()->getLocalizedString("TITLE"));
+    const std::string result = setting("PROBE_WINDOW", "0");
+    if (result == "signal")
+        raise(SIGTERM);
+    return std::stoi(result);
+}
+
+class ReportPrinter : public KFExceptionListener {
+public:
+    void onReport(const std::string& message) override { Console::writeLine(message); }
+};
+
+void publishBoth()
+{
+    static Tracer tracer;
+    Tracer::SetInstance(&tracer);
+    static Logger logger;
+    Logger::SetInstance(&logger);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    static ReportPrinter printer;
+    if (std::getenv("PROBE_REPORT") != nullptr)
+        KFExceptionHandler::GetInstance()->addListener(printer);
+
+    const std::string function = setting("PROBE_FUNCTION", "main");
+    if (function == "published")
+        publishBoth();
+    if (function != "main") {
+        initTracesAndLogs(setting("PROBE_SUFFIX", ""));
+        return 0;
+    }
+    RecordingAuthorizationServices services(&Console::writeLine);
+    services.createStatus = status("PROBE_CREATE");
+    services.copyRightsStatus = status("PROBE_COPY_RIGHTS");
+    services.executeStatus = status("PROBE_EXECUTE");
+    return tavConfigurationMain(argc, argv, services, &recordWindow);
+}

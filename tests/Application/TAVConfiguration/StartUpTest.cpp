@@ -1,0 +1,518 @@
+#include "InstalledProbe.h"
+
+#include <filesystem>
+#include <regex>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// What the log writes to the console: the line's own end, then the console's.
+std::string logged(const std::string& text)
+{
+    return "[LEVEL_0] " + text + "\n\n";
+}
+
+std::string identity()
+{
+    return logged("Starting TavConfiguration TavConfiguration with ID card : ") +
+           logged(" * Commercial version : 1.2 ") + logged(" * Product Name : Tool ") +
+           logged(" * BU Name : Unit") + logged(" * Build Target : Target ") +
+           logged(" * Reference version : 3.4 ") + logged(" * Product version : 5.6 ") +
+           logged(" * Upgrade Code : {CODE} ");
+}
+
+std::string firstLaunch()
+{
+    return logged("Process was launched without --adminRights argument, launch it with admin "
+                  "privileges...");
+}
+
+std::string elevatedLaunch()
+{
+    return logged("Process arguments:") + logged("--adminRights") +
+           logged("Process was launched with --adminRights argument");
+}
+
+constexpr const char* RIGHT_CHECKED =
+    "AuthorizationCreate rights {system.privilege.admin:0} flags 0 reference not wanted\n";
+constexpr const char* CREATED = "AuthorizationCreate rights none flags 0 reference wanted\n";
+constexpr const char* ASKED =
+    "AuthorizationCopyRights the reference rights {system.privilege.admin:0} flags 19\n";
+constexpr const char* FREED = "AuthorizationFree the reference flags 0\n";
+
+std::string executed(const std::string& program)
+{
+    return "AuthorizationExecuteWithPrivileges the reference '" + program +
+           "' flags 0 arguments ['--adminRights']\n";
+}
+
+/// The messages and calls of a trace, without threads and indentation.
+std::string withoutThreads(const std::string& trace)
+{
+    return std::regex_replace(trace, std::regex(R"(\[th_[0-9 ]+\]\[[^\]]+\] *)"), "");
+}
+
+} // namespace
+
+class StartUpTest : public testing::Test {
+protected:
+    /// Traces the debug messages inside the start-up's own call to the console.
+    void traceStartUp(const std::string& more = "")
+    {
+        probe.folder().write(
+            "tracer.cfg", "TRACE_ON\nTRACE_SET_FILE_NAME console\nTRACE_THE_THREAD *\n"
+                          "TRACE_THE_CALL TavConfiguration::Main\n"
+                          "TRACE_SET_MSG_FILTER TRACE_DEBUG\n" +
+                              more);
+    }
+
+    InstalledProbe probe;
+};
+
+TEST_F(StartUpTest, FirstLaunchAsksRelaunchesAndEnds)
+{
+    const auto outcome = probe.run();
+
+    EXPECT_EQ(
+        outcome.output, identity() + firstLaunch() + CREATED + ASKED +
+                            executed(probe.folder().file("TavConfiguration")) + FREED +
+                            "the pipe is closed\n");
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(StartUpTest, ElevatedInstanceWithTheRightShowsTheWindow)
+{
+    probe.setVariable("PROBE_WINDOW", "7");
+
+    const auto outcome = probe.run({"--adminRights"});
+
+    EXPECT_EQ(
+        outcome.output,
+        identity() + elevatedLaunch() + RIGHT_CHECKED +
+            logged("Process has kAuthorizationRightExecute right") +
+            "window with 2 arguments, the last --adminRights, title lower case en\n");
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(outcome.status, 7) << "the window's result";
+}
+
+TEST_F(StartUpTest, ElevatedInstanceWithoutTheRightEnds)
+{
+    probe.setVariable("PROBE_CREATE", "-60005");
+    probe.setVariable("PROBE_WINDOW", "7");
+
+    const auto outcome = probe.run({"--adminRights"});
+
+    EXPECT_EQ(
+        outcome.output,
+        identity() + elevatedLaunch() + RIGHT_CHECKED +
+            logged("Process DOES NOT have kAuthorizationRightExecute right, exiting..."));
+    EXPECT_EQ(outcome.status, 0);
+}
+
+class StartUpMarkerTest : public StartUpTest,
+                          public testing::WithParamInterface<std::vector<std::string>> {};
+
+TEST_P(StartUpMarkerTest, AnyOtherCommandLineIsAFirstLaunch)
+{
+    const auto outcome = probe.run(GetParam());
+
+    std::string arguments = logged("Process arguments:");
+    for (const std::string& argument : GetParam())
+        arguments += logged(argument);
+    EXPECT_EQ(
+        outcome.output, identity() + arguments + firstLaunch() + CREATED + ASKED +
+                            executed(probe.folder().file("TavConfiguration")) + FREED +
+                            "the pipe is closed\n");
+    EXPECT_EQ(outcome.status, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    CommandLines, StartUpMarkerTest,
+    testing::Values(
+        std::vector<std::string>{"--adminRights", "x"},
+        std::vector<std::string>{"x", "--adminRights"},
+        std::vector<std::string>{"--adminRights", "--adminRights"},
+        std::vector<std::string>{"--adminRights", "-platform", "offscreen"},
+        std::vector<std::string>{"--ADMINRIGHTS"}, std::vector<std::string>{"--adminRights "},
+        std::vector<std::string>{" --adminRights"}, std::vector<std::string>{"--adminRight"},
+        std::vector<std::string>{"-adminRights"}, std::vector<std::string>{""},
+        std::vector<std::string>{"100%s %n"}));
+
+TEST_F(StartUpTest, RelaunchesByTheNameItWasStartedWith)
+{
+    const auto outcome = probe.run({}, "a name of its own");
+
+    EXPECT_THAT(outcome.output, HasSubstr(executed("a name of its own")));
+}
+
+TEST_F(StartUpTest, TracesTheRelaunch)
+{
+    traceStartUp("TRACE_CALL_EXIT\n");
+
+    const auto outcome = probe.run({}, "./tool");
+
+    const std::string trace = withoutThreads(outcome.output);
+    EXPECT_THAT(trace, HasSubstr("\nTavConfiguration::Main\n"));
+    EXPECT_THAT(
+        trace, HasSubstr(
+                   std::string(ASKED) + ">> [D] Execute process ./tool --adminRights\n\n" +
+                   executed("./tool")));
+    EXPECT_THAT(trace, EndsWith("the pipe is closed\n<- TavConfiguration::Main\n\n"))
+        << "the call ends last";
+}
+
+TEST_F(StartUpTest, EndsWhenThereIsNoAuthorization)
+{
+    traceStartUp();
+    probe.setVariable("PROBE_CREATE", "-60008");
+
+    const auto outcome = probe.run();
+
+    EXPECT_THAT(
+        withoutThreads(outcome.output),
+        EndsWith(
+            firstLaunch() + CREATED + ">> [D] AuthorizationCreate failed with code -60008\n\n"));
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(StartUpTest, RelaunchesNothingWhenTheRightIsRefused)
+{
+    traceStartUp();
+    probe.setVariable("PROBE_COPY_RIGHTS", "-60005");
+
+    const auto outcome = probe.run();
+
+    EXPECT_THAT(
+        withoutThreads(outcome.output),
+        EndsWith(
+            firstLaunch() + CREATED + ASKED +
+            ">> [D] AuthorizationCopyRights failed with code -60005\n\n" + FREED));
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(StartUpTest, FreesTheAuthorizationWhenTheRelaunchFails)
+{
+    probe.setVariable("PROBE_EXECUTE", "-60031");
+
+    const auto outcome = probe.run({}, "tool");
+
+    EXPECT_THAT(outcome.output, EndsWith(executed("tool") + FREED));
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(StartUpTest, WritesNoMessageWhereItsTypeIsOff)
+{
+    probe.folder().write(
+        "tracer.cfg", "TRACE_ON\nTRACE_SET_FILE_NAME console\nTRACE_THE_THREAD *\n"
+                      "TRACE_THE_CALL TavConfiguration::Main\n");
+    probe.folder().write("logger.cfg", "LOG_ON\nLOG_SET_FILE_NAME console\n");
+
+    const auto outcome = probe.run({}, "tool");
+
+    EXPECT_EQ(
+        withoutThreads(outcome.output), std::string("TavConfiguration::Main\n\n") + CREATED +
+                                            ASKED + executed("tool") + FREED +
+                                            "the pipe is closed\n");
+}
+
+TEST_F(StartUpTest, RunsWithoutDiagnosticsFiles)
+{
+    fs::remove(probe.folder().file("tracer.cfg"));
+    fs::remove(probe.folder().file("logger.cfg"));
+
+    const auto outcome = probe.run({}, "tool");
+
+    const std::string folder = probe.folder().path();
+    EXPECT_EQ(
+        outcome.output,
+        CREATED + std::string(ASKED) + executed("tool") + FREED + "the pipe is closed\n");
+    EXPECT_EQ(
+        outcome.errors, "Warning: cannot open tracer configuration file \"" + folder +
+                            "/tracer.cfg\"\n" + "Warning: cannot open log configuration file \"" +
+                            folder + "/logger.cfg\"\n")
+        << "the tracer comes first";
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(StartUpTest, RegistersTheMainThreadAsMain)
+{
+    probe.folder().write(
+        "tracer.cfg", "TRACE_ON\nTRACE_SET_FILE_NAME console\nTRACE_THE_THREAD Main\n"
+                      "TRACE_THE_CALL TavConfiguration::Main\n");
+
+    const auto outcome = probe.run();
+
+    EXPECT_THAT(outcome.output, HasSubstr("[Main           ]TavConfiguration::Main\n"));
+}
+
+TEST_F(StartUpTest, KeepsTheNameThatAnEarlierCallGaveTheMainThread)
+{
+    traceStartUp();
+
+    const auto outcome = probe.run();
+
+    EXPECT_THAT(outcome.output, testing::ContainsRegex("\\[th_[0-9]+ +\\]TavConfiguration::Main\n"))
+        << "calls of the identity card were traced before the thread got its name";
+}
+
+TEST_F(StartUpTest, SetsUpTheTracerBeforeTheLog)
+{
+    probe.folder().write("tracer.cfg", "TRACE_ON\n");
+    probe.folder().write("logger.cfg", "LOG_ON\n");
+
+    const auto outcome = probe.run();
+
+    EXPECT_EQ(outcome.output, "please call TRACE_SET_FILE_NAME(\"baseFileName\")\n");
+    EXPECT_EQ(outcome.status, 1);
+}
+
+TEST_F(StartUpTest, EndsTheCardAndTheDataAfterTheIdentityLines)
+{
+    probe.folder().write(
+        "tracer.cfg", "TRACE_ON\nTRACE_SET_FILE_NAME console\nTRACE_THE_THREAD *\n"
+                      "TRACE_THE_CALL *::destructor\n");
+
+    const auto outcome = probe.run();
+
+    EXPECT_THAT(
+        withoutThreads(outcome.output),
+        StartsWith(identity() + "AppData::destructor\n\nIDCardReader::destructor\n\n"));
+}
+
+class StartUpCardTest : public StartUpTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(StartUpCardTest, RefusesToStartWithoutAValidIdentityCard)
+{
+    probe.setVariable("PROBE_REPORT", "1");
+    if (std::string(GetParam()).empty())
+        fs::remove(probe.folder().file("ID.txt"));
+    else
+        probe.folder().write("ID.txt", GetParam());
+
+    const auto outcome = probe.run({"--adminRights"});
+
+    EXPECT_EQ(
+        outcome.output,
+        "INTERNAL ERROR : \"cannot start TavConfiguration : no ID card\" - In File : "
+        "Application/TAVConfiguration/Mac/src/main - At Line : 58\n");
+    EXPECT_EQ(outcome.errors, "\"cannot start TavConfiguration : no ID card\"\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_TRUE(fs::is_empty(probe.home().path()));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cards, StartUpCardTest,
+    testing::Values("", "\n\n", "UPGRADE_CODE={CODE}\nX&Y=1\n", "UPGRADE_CODE={A&B}\n"));
+
+TEST_F(StartUpTest, StartsWithACardOfAnotherSystemsLineEnds)
+{
+    probe.folder().write("ID.txt", "PRODUCT_NAME=Tool\r\nUPGRADE_CODE={CODE}\r\n");
+
+    const auto outcome = probe.run();
+
+    EXPECT_THAT(outcome.output, HasSubstr(logged(" * Product Name : Tool ")));
+    EXPECT_TRUE(fs::is_directory(probe.logFolder()));
+}
+
+TEST_F(StartUpTest, CutsACardsValueAtAByteThatIsNotPrintable)
+{
+    probe.folder().write("ID.txt", "PRODUCT_NAME=T\xC3\xB6ol\nUPGRADE_CODE={CODE}\n");
+
+    const auto outcome = probe.run();
+
+    EXPECT_THAT(outcome.output, HasSubstr(logged(" * Product Name : T ")));
+}
+
+TEST_F(StartUpTest, LogsEmptyValuesOfACardWithoutThem)
+{
+    probe.folder().write("ID.txt", "BU_NAME=Unit\n");
+
+    const auto outcome = probe.run();
+
+    EXPECT_THAT(
+        outcome.output, StartsWith(
+                            logged("Starting TavConfiguration TavConfiguration with ID card : ") +
+                            logged(" * Commercial version :  ") + logged(" * Product Name :  ") +
+                            logged(" * BU Name : Unit") + logged(" * Build Target :  ") +
+                            logged(" * Reference version :  ") + logged(" * Product version :  ") +
+                            logged(" * Upgrade Code :  ")));
+    EXPECT_TRUE(fs::is_directory(probe.home().file("Pelora/Logs")));
+}
+
+TEST_F(StartUpTest, MakesAPrivateLogFolderOfTheCardsScope)
+{
+    probe.run();
+
+    for (const char* folder : {"Pelora", "Pelora/{CODE}", "Pelora/{CODE}/Logs"})
+        EXPECT_EQ(fs::status(probe.home().file(folder)).permissions(), fs::perms::owner_all)
+            << folder;
+}
+
+TEST_F(StartUpTest, LeavesAnExistingLogFolderAsItIs)
+{
+    fs::create_directories(probe.logFolder());
+    fs::permissions(probe.logFolder(), fs::perms(0755));
+    probe.home().write("Pelora/{CODE}/Logs/other.txt", "kept");
+
+    probe.run();
+
+    EXPECT_EQ(fs::status(probe.logFolder()).permissions(), fs::perms(0755));
+    EXPECT_EQ(probe.home().read("Pelora/{CODE}/Logs/other.txt"), "kept");
+}
+
+class StartUpFolderTest : public StartUpTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(StartUpFolderTest, RefusesToStartWithoutALogFolder)
+{
+    probe.setVariable("PROBE_REPORT", "1");
+    fs::create_directories(fs::path(probe.home().file(GetParam())).parent_path());
+    probe.home().write(GetParam(), "a file in the folder's place");
+
+    const auto outcome = probe.run();
+
+    EXPECT_EQ(
+        outcome.output,
+        "INTERNAL ERROR : \"cannot start TavConfiguration : unable to log\" - In File : "
+        "Application/TAVConfiguration/Mac/src/main - At Line : 69\n");
+    EXPECT_EQ(outcome.errors, "\"cannot start TavConfiguration : unable to log\"\n");
+    EXPECT_EQ(outcome.status, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Places, StartUpFolderTest, testing::Values("Pelora", "Pelora/{CODE}", "Pelora/{CODE}/Logs"));
+
+TEST_F(StartUpTest, WritesLogAndTraceIntoTheLogFolder)
+{
+    traceStartUp("TRACE_SET_FILE_NAME trace\nTRACE_CALL_EXIT\n");
+    probe.folder().write(
+        "logger.cfg", "LOG_ON\nLOG_SET_MSG_FILTER LOG_LEVEL_0\nLOG_SET_FILE_NAME log\n");
+
+    const auto outcome = probe.run({"--adminRights"});
+
+    EXPECT_EQ(
+        outcome.output, std::string(RIGHT_CHECKED) + "window with 2 arguments, the last "
+                                                     "--adminRights, title lower case en\n");
+    EXPECT_THAT(
+        probe.home().read("Pelora/{CODE}/Logs/log_0.txt"),
+        EndsWith("[LEVEL_0] Process has kAuthorizationRightExecute right\n"))
+        << "the last line is not left behind";
+    EXPECT_THAT(
+        probe.home().read("Pelora/{CODE}/Logs/trace_0.txt"),
+        EndsWith("<- TavConfiguration::Main\n"));
+}
+
+TEST_F(StartUpTest, InsertsTheSuffixIntoTheNamesOfTheDiagnosticsFiles)
+{
+    probe.setVariable("PROBE_FUNCTION", "initTracesAndLogs");
+    probe.setVariable("PROBE_SUFFIX", "_x");
+
+    const auto outcome = probe.run();
+
+    const std::string folder = probe.folder().path();
+    EXPECT_EQ(
+        outcome.errors, "Warning: cannot open tracer configuration file \"" + folder +
+                            "/tracer_x.cfg\"\n" + "Warning: cannot open log configuration file \"" +
+                            folder + "/logger_x.cfg\"\n");
+}
+
+TEST_F(StartUpTest, LeavesPublishedDiagnosticsAsTheyAre)
+{
+    traceStartUp();
+    probe.setVariable("PROBE_FUNCTION", "published");
+
+    const auto outcome = probe.run();
+
+    EXPECT_EQ(outcome.output, "") << "neither file was read";
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(StartUpTest, LoadsTheTextsOfTheUsersLanguage)
+{
+    probe.setVariable("LANGUAGE", "fr_FR");
+    probe.folder().write(
+        "Localizer_TavConfiguration_fr.cfg", "TITLE=en fran\xC3\xA7"
+                                             "ais\n");
+
+    const auto outcome = probe.run({"--adminRights"});
+
+    EXPECT_THAT(
+        outcome.output, HasSubstr("title en fran\xC3\xA7"
+                                  "ais\n"));
+    EXPECT_THAT(outcome.output, Not(HasSubstr("Localization file not found")));
+}
+
+class StartUpFallbackTest : public StartUpTest,
+                            public testing::WithParamInterface<std::pair<const char*, int>> {};
+
+TEST_P(StartUpFallbackTest, FallsBackToTheEnglishTexts)
+{
+    const auto [name, line] = GetParam();
+    probe.setVariable("LANGUAGE", "pt");
+    if (line == 165)
+        probe.folder().write("Localizer_TavConfiguration_pt.cfg", "TITLE=n\xE3o\n");
+
+    const auto outcome = probe.run({"--adminRights"});
+
+    EXPECT_EQ(
+        outcome.output,
+        identity() +
+            logged(
+                std::string("Localization file not found - Localizer Exception : ") + name +
+                " on file Application/Common/Localizer/src/Mac/Localizer at line " +
+                std::to_string(line)) +
+            logged("Switching to default localization file - Localizer_TavConfiguration_EN.cfg") +
+            elevatedLaunch() + RIGHT_CHECKED +
+            logged("Process has kAuthorizationRightExecute right") +
+            "window with 2 arguments, the last --adminRights, title upper case EN\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Failures, StartUpFallbackTest,
+    testing::Values(
+        std::pair("LOCALIZATION_FILE_NOT_FOUND", 170),
+        std::pair("FILE_NOT_CORRECTLY_FORMATTED", 165)));
+
+TEST_F(StartUpTest, EndsInTheCrashReportWithoutAnyTexts)
+{
+    probe.setVariable("PROBE_REPORT", "1");
+    fs::remove(probe.folder().file("Localizer_TavConfiguration_en.cfg"));
+    fs::remove(probe.folder().file("Localizer_TavConfiguration_EN.cfg"));
+
+    const auto outcome = probe.run({"--adminRights"});
+
+    EXPECT_THAT(
+        outcome.output,
+        EndsWith(
+            logged("Switching to default localization file - Localizer_TavConfiguration_EN.cfg") +
+            "SIGNAL_ABORT\n"));
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(StartUpTest, ReportsASignalWhileTheWindowIsOpen)
+{
+    traceStartUp("TRACE_SET_FILE_NAME trace\n");
+    probe.folder().write(
+        "logger.cfg", "LOG_ON\nLOG_SET_MSG_FILTER LOG_LEVEL_0\nLOG_SET_FILE_NAME log\n");
+    probe.setVariable("PROBE_WINDOW", "signal");
+
+    const auto outcome = probe.run({"--adminRights"});
+
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(
+        probe.home().read("Pelora/{CODE}/Logs/log_0.txt"),
+        EndsWith("[LEVEL_0] Process has kAuthorizationRightExecute right\n"));
+    EXPECT_THAT(
+        probe.home().read("Pelora/{CODE}/Logs/trace_0.txt"),
+        testing::ContainsRegex("\\[3\\] SIGNAL_FILTER\n.*\\[2\\] runElevated\n"
+                               ".*\\[1\\] TavConfiguration::Main\n"));
+}
