@@ -2,6 +2,7 @@
 
 #include "Folder.h"
 #include "RegularFile.h"
+#include "SystemCall.h"
 #include "TemporaryFile.h"
 
 #include <cerrno>
@@ -37,11 +38,13 @@ void syncFolder(int folder)
 }
 
 void putBack(int folder, const std::string& name, const std::optional<Version>& old)
-{
+try {
     if (old)
         TemporaryFile(folder, old->content, &old->status).renameTo(name);
     else
-        unlinkat(folder, name.c_str(), 0);
+        checked(unlinkat(folder, name.c_str(), 0), "removing the file");
+} catch (const std::system_error& error) {
+    throw std::runtime_error("putting back the old content: " + error.code().message());
 }
 
 // Both temporary files stand complete before the first rename, so that a full disk costs neither

@@ -1,13 +1,21 @@
 #include "SafeFile.h"
 
+#include "ForkedChild.h"
 #include "TemporaryFolder.h"
 
-#include <algorithm>
+#include <array>
+#include <atomic>
+#include <csignal>
+#include <cstring>
+#include <functional>
 #include <string>
+#include <thread>
 #include <vector>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -16,7 +24,7 @@
 namespace {
 
 using Backup = SafeFile::Backup;
-using testing::ElementsAre;
+using testing::UnorderedElementsAre;
 
 struct stat statusOf(const std::string& path)
 {
@@ -30,16 +38,15 @@ mode_t modeOf(const std::string& path)
     return statusOf(path).st_mode & 07777U;
 }
 
-std::vector<std::string> namesIn(const TemporaryFolder& folder)
+std::vector<std::string> namesIn(const std::string& folder)
 {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
         names.push_back(entry.path().filename());
-    std::sort(names.begin(), names.end());
     return names;
 }
 
-/// The process's file mode mask for one test.
+/// The process's file mode mask for one scope.
 class FileModeMask {
 public:
     explicit FileModeMask(mode_t mask) : m_former(umask(mask)) {}
@@ -51,6 +58,17 @@ public:
 private:
     mode_t m_former;
 };
+
+void makeSocket(const std::string& path)
+{
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, path.c_str(), sizeof(address.sun_path) - 1);
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM, 0);
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): the call's own convention
+    EXPECT_EQ(bind(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
+    close(descriptor);
+}
 
 } // namespace
 
@@ -76,7 +94,19 @@ TEST(SafeFile, ReadsNothingWhereThereIsNoFile)
     const TemporaryFolder folder;
 
     EXPECT_EQ(SafeFile::read(folder.file("missing")), std::nullopt);
+    EXPECT_EQ(SafeFile::read(folder.file("missing/file")), std::nullopt);
     EXPECT_EQ(SafeFile::read(""), std::nullopt);
+}
+
+TEST(SafeFile, ReadsNothingThatMayNotBeRead)
+{
+    const TemporaryFolder folder;
+    folder.write("file", "content");
+    chmod(folder.path().c_str(), 0755);
+    chmod(folder.file("file").c_str(), 0);
+
+    EXPECT_TRUE(ForkedChild::runAsOrdinaryUser(
+        [&] { return SafeFile::read(folder.file("file")) == std::nullopt; }));
 }
 
 TEST(SafeFile, ReadsThroughALinkOnlyWhenAsked)
@@ -93,27 +123,382 @@ TEST(SafeFile, MakesANewFileThatOthersCanReadButNotWrite)
 {
     const TemporaryFolder folder;
 
-    for (const mode_t mask : {mode_t(0), mode_t(077)}) {
+    for (const mode_t mask : {0U, 077U}) {
         const FileModeMask masked(mask);
-        std::filesystem::remove(folder.file("file"));
+        const std::string name = std::to_string(mask);
 
-        EXPECT_EQ(SafeFile::replace(folder.file("file"), "content", Backup::none), "");
+        EXPECT_EQ(SafeFile::replace(folder.file(name), "content", Backup::keep), "");
 
-        EXPECT_EQ(folder.read("file"), "content");
-        EXPECT_EQ(modeOf(folder.file("file")), 0644U);
-        EXPECT_THAT(namesIn(folder), ElementsAre("file"));
+        EXPECT_EQ(folder.read(name), "content");
+        EXPECT_EQ(modeOf(folder.file(name)), 0644U);
     }
+    EXPECT_THAT(namesIn(folder.path()), UnorderedElementsAre("0", "63"));
 }
 
-TEST(SafeFile, KeepsTheModeOfTheReplacedFile)
+TEST(SafeFile, ReplacesTheContentAndLeavesNothingElseBehind)
+{
+    const TemporaryFolder folder;
+    folder.write("file", "a longer old content");
+
+    EXPECT_EQ(SafeFile::replace(folder.file("file"), std::string("n\0w", 3), Backup::none), "");
+
+    EXPECT_EQ(folder.read("file"), std::string("n\0w", 3));
+    EXPECT_THAT(namesIn(folder.path()), UnorderedElementsAre("file"));
+}
+
+TEST(SafeFile, ReplacesByNothing)
 {
     const TemporaryFolder folder;
     folder.write("file", "old");
+
+    EXPECT_EQ(SafeFile::replace(folder.file("file"), "", Backup::none), "");
+
+    EXPECT_EQ(folder.read("file"), "");
+}
+
+TEST(SafeFile, TakesAPathRelativeToTheCurrentFolder)
+{
+    const TemporaryFolder folder;
+    folder.write("old", "old");
+
+    EXPECT_TRUE(ForkedChild::run([&] {
+        return chdir(folder.path().c_str()) == 0 &&
+               SafeFile::replace("new", "content", Backup::none).empty() &&
+               SafeFile::replace("./old", "content", Backup::keep).empty() &&
+               SafeFile::read("new") == "content";
+    }));
+
+    EXPECT_EQ(folder.read("new"), "content");
+    EXPECT_EQ(folder.read("old"), "content");
+    EXPECT_THAT(namesIn(folder.path()), UnorderedElementsAre("new", "old", "old.bak"));
+}
+
+TEST(SafeFile, KeepsModeAndOwnerOfTheReplacedFile)
+{
+    const TemporaryFolder folder;
+    folder.write("file", "old");
+    const uid_t owner = geteuid() == 0 ? 1234 : geteuid();
+    const gid_t group = geteuid() == 0 ? 4321 : getegid();
+    ASSERT_EQ(chown(folder.file("file").c_str(), owner, group), 0);
     ASSERT_EQ(chmod(folder.file("file").c_str(), 0640), 0);
 
     EXPECT_EQ(SafeFile::replace(folder.file("file"), "new", Backup::keep), "");
 
+    for (const char* name : {"file", "file.bak"}) {
+        EXPECT_EQ(modeOf(folder.file(name)), 0640U) << name;
+        EXPECT_EQ(statusOf(folder.file(name)).st_uid, owner) << name;
+        EXPECT_EQ(statusOf(folder.file(name)).st_gid, group) << name;
+    }
+}
+
+TEST(SafeFile, HandsOnNoRightToRunAsTheOwner)
+{
+    const TemporaryFolder folder;
+    folder.write("file", "old");
+    ASSERT_EQ(chmod(folder.file("file").c_str(), 06755), 0);
+
+    EXPECT_EQ(SafeFile::replace(folder.file("file"), "new", Backup::none), "");
+
+    EXPECT_EQ(modeOf(folder.file("file")), 0755U);
+}
+
+TEST(SafeFile, KeepsTheReplacedVersionWhenAsked)
+{
+    const TemporaryFolder folder;
+    folder.write("file", "first");
+
+    EXPECT_EQ(SafeFile::replace(folder.file("file"), "second", Backup::keep), "");
+    EXPECT_EQ(folder.read("file.bak"), "first");
+    EXPECT_EQ(SafeFile::replace(folder.file("file"), "third", Backup::keep), "");
+    EXPECT_EQ(folder.read("file.bak"), "second");
+    EXPECT_EQ(SafeFile::replace(folder.file("file"), "fourth", Backup::none), "");
+    EXPECT_EQ(folder.read("file.bak"), "second");
+
+    EXPECT_EQ(folder.read("file"), "fourth");
+    EXPECT_THAT(namesIn(folder.path()), UnorderedElementsAre("file", "file.bak"));
+}
+
+TEST(SafeFile, NeverWritesTheBackupThroughALink)
+{
+    const TemporaryFolder folder;
+    folder.write("file", "old");
+    folder.write("victim", "untouched");
+    ASSERT_EQ(symlink("victim", folder.file("file.bak").c_str()), 0);
+
+    EXPECT_EQ(SafeFile::replace(folder.file("file"), "new", Backup::keep), "");
+
+    EXPECT_EQ(folder.read("victim"), "untouched");
+    EXPECT_TRUE(S_ISREG(statusOf(folder.file("file.bak")).st_mode));
+    EXPECT_EQ(folder.read("file.bak"), "old");
+}
+
+TEST(SafeFile, NeverWritesThroughASecondNameOfTheFile)
+{
+    const TemporaryFolder folder;
+    folder.write("victim", "untouched");
+    ASSERT_EQ(link(folder.file("victim").c_str(), folder.file("file").c_str()), 0);
+    ASSERT_EQ(link(folder.file("victim").c_str(), folder.file("file.bak").c_str()), 0);
+
+    EXPECT_EQ(SafeFile::replace(folder.file("file"), "new", Backup::keep), "");
+
     EXPECT_EQ(folder.read("file"), "new");
-    EXPECT_EQ(modeOf(folder.file("file")), 0640U);
-    EXPECT_EQ(modeOf(folder.file("file.bak")), 0640U);
+    EXPECT_EQ(folder.read("victim"), "untouched");
+    EXPECT_EQ(statusOf(folder.file("victim")).st_nlink, 1U);
+}
+
+TEST(SafeFile, LeavesAllAsItIsWhenTheBackupsNameIsTaken)
+{
+    const TemporaryFolder folder;
+    folder.write("file", "old");
+    std::filesystem::create_directory(folder.file("file.bak"));
+
+    EXPECT_EQ(
+        SafeFile::replace(folder.file("file"), "new", Backup::keep),
+        "renaming the file: Is a directory");
+
+    EXPECT_EQ(folder.read("file"), "old");
+    EXPECT_THAT(namesIn(folder.path()), UnorderedElementsAre("file", "file.bak"));
+}
+
+TEST(SafeFile, TellsTheStepAndTheReasonOfAFailure)
+{
+    const TemporaryFolder folder;
+    folder.write("file", "");
+
+    EXPECT_EQ(
+        SafeFile::replace(folder.file("missing/file"), "", Backup::none),
+        "opening the folder: No such file or directory");
+    EXPECT_EQ(
+        SafeFile::replace(folder.file("file/file"), "", Backup::none),
+        "opening the file: Not a directory");
+    EXPECT_EQ(
+        SafeFile::replace(folder.path() + "/", "", Backup::none),
+        "renaming the file: No such file or directory");
+    EXPECT_THAT(namesIn(folder.path()), UnorderedElementsAre("file"));
+}
+
+namespace {
+
+/// What stands in the place of a file; each would be followed, changed or waited for by a plain
+/// opening.
+struct OtherKind {
+    std::string name;
+    std::function<void(const TemporaryFolder& folder, const std::string& path)> make;
+};
+
+class NoRegularFile : public testing::TestWithParam<OtherKind> {};
+
+} // namespace
+
+TEST_P(NoRegularFile, CanNeitherBeReadNorReplaced)
+{
+    const TemporaryFolder folder;
+    GetParam().make(folder, folder.file("entry"));
+    const struct stat before = statusOf(folder.file("entry"));
+    const std::vector<std::string> names = namesIn(folder.path());
+
+    EXPECT_EQ(SafeFile::read(folder.file("entry")), std::nullopt);
+    EXPECT_EQ(
+        SafeFile::replace(folder.file("entry"), "new", Backup::keep),
+        "opening the file: Not a regular file");
+
+    EXPECT_EQ(statusOf(folder.file("entry")).st_ino, before.st_ino);
+    EXPECT_THAT(namesIn(folder.path()), testing::UnorderedElementsAreArray(names));
+    EXPECT_NE(folder.read("target"), "new");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, NoRegularFile,
+    testing::Values(
+        OtherKind{
+            "Folder",
+            [](const auto&, const auto& path) { std::filesystem::create_directory(path); }},
+        OtherKind{"Fifo", [](const auto&, const auto& path) { mkfifo(path.c_str(), 0600); }},
+        OtherKind{"Socket", [](const auto&, const auto& path) { makeSocket(path); }},
+        OtherKind{
+            "LinkToAFile",
+            [](const auto& folder, const auto& path) {
+                folder.write("target", "untouched");
+                EXPECT_EQ(symlink("target", path.c_str()), 0);
+            }},
+        OtherKind{
+            "DanglingLink",
+            [](const auto&, const auto& path) { EXPECT_EQ(symlink("target", path.c_str()), 0); }},
+        OtherKind{
+            "LinkToADevice",
+            [](const auto&, const auto& path) {
+                EXPECT_EQ(symlink("/dev/null", path.c_str()), 0);
+            }}),
+    [](const auto& row) { return row.param.name; });
+
+TEST(SafeFile, OpensNoDevice)
+{
+    EXPECT_EQ(SafeFile::read("/dev/null"), std::nullopt);
+    EXPECT_EQ(
+        SafeFile::replace("/dev/null", "new", Backup::keep),
+        "opening the file: Not a regular file");
+    EXPECT_TRUE(S_ISCHR(statusOf("/dev/null").st_mode));
+}
+
+// Kept open for reading, a FIFO would take a writer.
+TEST(SafeFile, OpensNoFifoThatSomebodyReads)
+{
+    const TemporaryFolder folder;
+    ASSERT_EQ(mkfifo(folder.file("pipe").c_str(), 0600), 0);
+    const int reader = open(folder.file("pipe").c_str(), O_RDONLY | O_NONBLOCK);
+    ASSERT_GE(reader, 0);
+
+    EXPECT_NE(SafeFile::replace(folder.file("pipe"), "new", Backup::none), "");
+
+    char byte = 0;
+    EXPECT_EQ(read(reader, &byte, 1), 0);
+    close(reader);
+}
+
+TEST(SafeFile, ShowsReadersTheOldBytesOrTheNewNeverAMix)
+{
+    const TemporaryFolder folder;
+    const std::string path = folder.file("file");
+    const std::array<std::string, 2> contents{std::string(100000, 'a'), std::string(30000, 'b')};
+    folder.write("file", contents[0]);
+
+    std::atomic<bool> ended = false;
+    std::array<std::thread, 2> writers;
+    for (std::size_t i = 0; i < 2; ++i) {
+        writers[i] = std::thread([&, i] {
+            for (int round = 0; round < 30; ++round)
+                EXPECT_EQ(SafeFile::replace(path, contents[i], Backup::keep), "");
+        });
+    }
+    std::thread reader([&] {
+        while (!ended) {
+            const auto content = SafeFile::read(path);
+            EXPECT_TRUE(content == contents[0] || content == contents[1]);
+        }
+    });
+    for (std::thread& writer : writers)
+        writer.join();
+    ended = true;
+    reader.join();
+
+    EXPECT_THAT(namesIn(folder.path()), UnorderedElementsAre("file", "file.bak"));
+}
+
+namespace {
+
+/// A file in a folder that takes no new ones: opened to an ordinary user as its mode says.
+class ClosedFolder : public testing::Test {
+protected:
+    void seal(mode_t folderMode, mode_t fileMode)
+    {
+        m_folder.write("file", "the old content");
+        ASSERT_EQ(chmod(m_folder.file("file").c_str(), fileMode), 0);
+        ASSERT_EQ(chmod(m_folder.path().c_str(), folderMode), 0);
+    }
+    ~ClosedFolder() override { chmod(m_folder.path().c_str(), 0700); }
+
+    /// Whether an ordinary user who replaces the content is told so.
+    bool replacingTells(const std::string& report) const
+    {
+        return ForkedChild::runAsOrdinaryUser([&] {
+            return SafeFile::replace(m_folder.file("file"), "new", Backup::keep) == report;
+        });
+    }
+
+    TemporaryFolder m_folder;
+};
+
+} // namespace
+
+TEST_F(ClosedFolder, HasItsFileWrittenInPlace)
+{
+    seal(0555, 0666);
+    const ino_t before = statusOf(m_folder.file("file")).st_ino;
+
+    EXPECT_TRUE(replacingTells(""));
+
+    EXPECT_EQ(m_folder.read("file"), "new");
+    EXPECT_EQ(statusOf(m_folder.file("file")).st_ino, before);
+    EXPECT_THAT(namesIn(m_folder.path()), UnorderedElementsAre("file"));
+}
+
+TEST_F(ClosedFolder, HasItsFileWrittenInPlaceWhenItCannotBeListed)
+{
+    seal(0111, 0666);
+
+    EXPECT_TRUE(replacingTells(""));
+
+    EXPECT_EQ(m_folder.read("file"), "new");
+}
+
+TEST_F(ClosedFolder, KeepsAFileThatCannotBeWritten)
+{
+    seal(0555, 0444);
+
+    EXPECT_TRUE(replacingTells("opening the file: Permission denied"));
+
+    EXPECT_EQ(m_folder.read("file"), "the old content");
+}
+
+TEST_F(ClosedFolder, KeepsAFileThatHasAnotherName)
+{
+    const TemporaryFolder elsewhere;
+    m_folder.write("file", "");
+    ASSERT_EQ(link(m_folder.file("file").c_str(), elsewhere.file("victim").c_str()), 0);
+    seal(0555, 0666);
+
+    EXPECT_TRUE(replacingTells("writing the file in place: It has other names"));
+
+    EXPECT_EQ(elsewhere.read("victim"), "the old content");
+}
+
+TEST_F(ClosedFolder, TakesNoNewFile)
+{
+    seal(0555, 0666);
+    std::filesystem::remove(m_folder.file("file"));
+
+    EXPECT_TRUE(replacingTells("creating the file: Permission denied"));
+
+    EXPECT_THAT(namesIn(m_folder.path()), testing::IsEmpty());
+}
+
+namespace {
+
+// A file may grow to so many bytes and no further, as on a disk that is full.
+bool limitFileSize(rlim_t bytes)
+{
+    const rlimit limit{bytes, bytes};
+    return std::signal(SIGXFSZ, SIG_IGN) != SIG_ERR && setrlimit(RLIMIT_FSIZE, &limit) == 0;
+}
+
+} // namespace
+
+TEST(SafeFile, KeepsTheOldContentWhenTheNewDoesNotFit)
+{
+    const TemporaryFolder folder;
+    folder.write("file", "old");
+    folder.write("file.bak", "older");
+
+    EXPECT_TRUE(ForkedChild::run([&] {
+        return limitFileSize(1000) &&
+               SafeFile::replace(folder.file("file"), std::string(1001, 'x'), Backup::keep) ==
+                   "writing the file: File too large";
+    }));
+
+    EXPECT_EQ(folder.read("file"), "old");
+    EXPECT_EQ(folder.read("file.bak"), "older");
+    EXPECT_THAT(namesIn(folder.path()), UnorderedElementsAre("file", "file.bak"));
+}
+
+TEST_F(ClosedFolder, HasTheOldContentPutBackWhenTheNewDoesNotFit)
+{
+    seal(0555, 0666);
+
+    EXPECT_TRUE(ForkedChild::runAsOrdinaryUser([&] {
+        return limitFileSize(1000) &&
+               SafeFile::replace(m_folder.file("file"), std::string(1001, 'x'), Backup::none) ==
+                   "writing the file: File too large";
+    }));
+
+    EXPECT_EQ(m_folder.read("file"), "the old content");
 }

@@ -1,0 +1,267 @@
+#include "SafeFile.h"
+#include "SystemCallFaults.h"
+#include "TemporaryFolder.h"
+
+#include <cerrno>
+#include <limits>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using Backup = SafeFile::Backup;
+using testing::AnyOf;
+using testing::ElementsAre;
+
+std::vector<std::string> namesIn(const TemporaryFolder& folder)
+{
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
+        names.push_back(entry.path().filename());
+    return names;
+}
+
+/// A file and its backup.
+class SafeFileFaults : public testing::Test {
+protected:
+    SafeFileFaults()
+    {
+        m_folder.write("file", "the old content");
+        m_folder.write("file.bak", "the older content");
+    }
+
+    std::string replace(Backup backup) const
+    {
+        return SafeFile::replace(m_folder.file("file"), "the new content", backup);
+    }
+
+    TemporaryFolder m_folder;
+};
+
+/// The error that the calls of a test fail with.
+class FailingStep : public testing::TestWithParam<int> {};
+
+std::string errorName(const testing::TestParamInfo<int>& row)
+{
+    return row.param == EIO ? "InputOutputError" : "DiskFull";
+}
+
+} // namespace
+
+TEST_P(FailingStep, LeavesTheOldContentAndNoTemporaryFile)
+{
+    std::set<std::string> failed;
+    bool happened = true;
+    for (int nth = 1; happened; ++nth) {
+        SCOPED_TRACE(nth);
+        const TemporaryFolder folder;
+        folder.write("file", "the old content");
+        folder.write("file.bak", "the older content");
+        SystemCallFaults faults;
+        faults.failAny(GetParam(), nth);
+
+        const std::string error =
+            SafeFile::replace(folder.file("file"), "the new content", Backup::keep);
+
+        happened = faults.counted() >= nth;
+        if (happened)
+            failed.insert(error.substr(0, error.find(':')));
+        EXPECT_EQ(error.empty(), !happened);
+        EXPECT_EQ(folder.read("file"), happened ? "the old content" : "the new content");
+        EXPECT_THAT(folder.read("file.bak"), AnyOf("the old content", "the older content"));
+        EXPECT_THAT(namesIn(folder), testing::UnorderedElementsAre("file", "file.bak"));
+    }
+    EXPECT_THAT(
+        failed, ElementsAre(
+                    "choosing a temporary name", "creating the file", "giving the file its mode",
+                    "giving the file its owner", "looking at the file", "opening the file",
+                    "opening the folder", "reading the file", "renaming the file",
+                    "syncing the file", "syncing the folder", "writing the file"));
+}
+
+TEST_P(FailingStep, LeavesNothingWhereThereWasNoFile)
+{
+    bool happened = true;
+    for (int nth = 1; happened; ++nth) {
+        SCOPED_TRACE(nth);
+        const TemporaryFolder folder;
+        SystemCallFaults faults;
+        faults.failAny(GetParam(), nth);
+
+        const std::string error =
+            SafeFile::replace(folder.file("file"), "the new content", Backup::keep);
+
+        happened = faults.counted() >= nth;
+        EXPECT_EQ(error.empty(), !happened);
+        EXPECT_EQ(namesIn(folder).empty(), happened);
+    }
+}
+
+TEST_P(FailingStep, LeavesTheOldContentWhenWritingInPlace)
+{
+    std::set<std::string> failed;
+    bool happened = true;
+    for (int nth = 1; happened; ++nth) {
+        SCOPED_TRACE(nth);
+        const TemporaryFolder folder;
+        folder.write("file", "the old content, longer than the new");
+        SystemCallFaults faults;
+        constexpr int creating = 3;
+        faults.fail("openat", EACCES, creating);
+        faults.failAny(GetParam(), nth);
+
+        const std::string error =
+            SafeFile::replace(folder.file("file"), "the new content", Backup::keep);
+
+        happened = faults.counted() >= nth;
+        const bool isNew = folder.read("file") == "the new content";
+        EXPECT_EQ(error.empty(), isNew);
+        EXPECT_TRUE(isNew || folder.read("file") == "the old content, longer than the new");
+        EXPECT_THAT(namesIn(folder), ElementsAre("file"));
+        failed.insert(error.substr(0, error.find(':')));
+    }
+    EXPECT_THAT(
+        failed, testing::IsSupersetOf(
+                    {"going to the start of the file", "writing the file", "cutting the file",
+                     "syncing the file", "looking at the file"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Errors, FailingStep, testing::Values(EIO, ENOSPC), errorName);
+
+TEST_F(SafeFileFaults, SyncsTheFileBeforeItTakesItsPlaceAndTheFolderAfter)
+{
+    SystemCallFaults faults;
+
+    EXPECT_EQ(replace(Backup::none), "");
+
+    std::vector<std::string> steps;
+    for (const SystemCallFaults::Call& call : faults.calls())
+        steps.push_back(call.name);
+    EXPECT_THAT(
+        steps, ElementsAre(
+                   "openat",                        // the folder
+                   "openat", "fstat", "fstat",      // the old version
+                   "read", "read", "fstat",         //
+                   "getentropy", "openat", "fstat", // the temporary file
+                   "write", "fchown", "fchmod",     //
+                   "fsync", "renameat", "fsync"));  // the file, its place, the folder
+}
+
+TEST_F(SafeFileFaults, MakesATemporaryFileThatNobodyForeseesAndNobodyElseOpens)
+{
+    std::set<std::string> names;
+    for (int round = 0; round < 2; ++round) {
+        SystemCallFaults faults;
+        EXPECT_EQ(replace(Backup::keep), "");
+        for (const SystemCallFaults::Call& call : faults.calls()) {
+            if (call.name != "openat" || (call.flags & O_CREAT) == 0)
+                continue;
+            names.insert(call.path);
+            EXPECT_EQ(call.path.size(), std::string(".tav-").size() + 32);
+            EXPECT_EQ(call.flags & (O_EXCL | O_NOFOLLOW), O_EXCL | O_NOFOLLOW);
+            EXPECT_EQ(call.mode, 0600U);
+        }
+    }
+    EXPECT_EQ(names.size(), 4U);
+}
+
+TEST_F(SafeFileFaults, OpensNothingThatWaitsFollowsALinkOrReachesAChild)
+{
+    SystemCallFaults faults;
+    faults.fail("fchown", EPERM);
+
+    EXPECT_EQ(replace(Backup::keep), "");
+
+    for (const SystemCallFaults::Call& call : faults.calls()) {
+        if (call.name != "openat")
+            continue;
+        const bool isFolder = (call.flags & O_DIRECTORY) != 0;
+        const int wanted = isFolder ? O_CLOEXEC : O_CLOEXEC | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW;
+        EXPECT_EQ(call.flags & wanted, wanted) << call.path;
+        EXPECT_EQ(call.path.find('/') != std::string::npos, isFolder) << call.path;
+    }
+}
+
+TEST_F(SafeFileFaults, WritesOnWhereAPartWasTaken)
+{
+    SystemCallFaults faults;
+    faults.limitTransfers(2);
+
+    EXPECT_EQ(replace(Backup::keep), "");
+    EXPECT_EQ(SafeFile::read(m_folder.file("file")), "the new content");
+
+    EXPECT_EQ(m_folder.read("file"), "the new content");
+    EXPECT_EQ(m_folder.read("file.bak"), "the old content");
+}
+
+TEST_F(SafeFileFaults, AcceptsAFolderThatCannotBeSynced)
+{
+    SystemCallFaults faults;
+    constexpr int folder = 2;
+    faults.fail("fsync", EINVAL, folder);
+
+    EXPECT_EQ(replace(Backup::none), "");
+
+    EXPECT_EQ(m_folder.read("file"), "the new content");
+}
+
+TEST_F(SafeFileFaults, TellsWhenTheOldContentCouldNotBePutBack)
+{
+    SystemCallFaults faults;
+    constexpr int folder = 2;
+    faults.fail("fsync", EIO, folder);
+    faults.fail("renameat", EROFS, 2);
+
+    EXPECT_EQ(replace(Backup::none), "putting back the old content: Read-only file system");
+
+    EXPECT_THAT(namesIn(m_folder), testing::UnorderedElementsAre("file", "file.bak"));
+}
+
+TEST_F(SafeFileFaults, WriteInPlaceAFileWhoseOwnerCannotBeGiven)
+{
+    SystemCallFaults faults;
+    faults.fail("fchown", EPERM);
+
+    EXPECT_EQ(replace(Backup::keep), "");
+
+    EXPECT_EQ(m_folder.read("file"), "the new content");
+    EXPECT_EQ(m_folder.read("file.bak"), "the older content");
+    EXPECT_THAT(namesIn(m_folder), testing::UnorderedElementsAre("file", "file.bak"));
+}
+
+TEST_F(SafeFileFaults, WriteInPlaceAFileThatMayNotBeRenamedOver)
+{
+    SystemCallFaults faults;
+    faults.fail("renameat", EPERM);
+
+    EXPECT_EQ(replace(Backup::none), "");
+
+    EXPECT_EQ(m_folder.read("file"), "the new content");
+    EXPECT_THAT(namesIn(m_folder), testing::UnorderedElementsAre("file", "file.bak"));
+}
+
+TEST_F(SafeFileFaults, ReadNothingWhenAStepFails)
+{
+    for (const char* step : {"openat", "fstat", "read"}) {
+        SystemCallFaults faults;
+        faults.fail(step, EIO);
+
+        EXPECT_EQ(SafeFile::read(m_folder.file("file")), std::nullopt) << step;
+    }
+}
+
+TEST_F(SafeFileFaults, ReadNothingOfASizeThatNoMemoryHolds)
+{
+    SystemCallFaults faults;
+    faults.claimSize(std::numeric_limits<off_t>::max());
+
+    EXPECT_EQ(SafeFile::read(m_folder.file("file")), std::nullopt);
+    EXPECT_NE(replace(Backup::none), "");
+
+    EXPECT_EQ(m_folder.read("file"), "the old content");
+}

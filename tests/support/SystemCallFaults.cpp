@@ -1,0 +1,202 @@
+#include "SystemCallFaults.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <type_traits>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace {
+
+SystemCallFaults* current = nullptr;
+
+bool isCounted(const SystemCallFaults::Call& call)
+{
+    return call.name != "unlinkat";
+}
+
+template<typename Real, typename... Arguments>
+auto attempt(const SystemCallFaults::Call& call, Real real, Arguments... arguments)
+{
+    using Result = std::invoke_result_t<Real, Arguments...>;
+    const int error = SystemCallFaults::enter(call);
+    if (error == 0)
+        return real(arguments...);
+    errno = error;
+    if constexpr (std::is_pointer_v<Result>)
+        return Result{nullptr};
+    else
+        return static_cast<Result>(-1);
+}
+
+} // namespace
+
+SystemCallFaults::SystemCallFaults()
+{
+    current = this;
+}
+
+SystemCallFaults::~SystemCallFaults()
+{
+    current = nullptr;
+}
+
+void SystemCallFaults::fail(const std::string& name, int error, int nth)
+{
+    m_faults.push_back({name, error, nth});
+}
+
+void SystemCallFaults::failAny(int error, int nth)
+{
+    m_faults.push_back({"", error, nth});
+}
+
+int SystemCallFaults::counted() const
+{
+    return static_cast<int>(std::count_if(m_calls.begin(), m_calls.end(), isCounted));
+}
+
+int SystemCallFaults::record(const Call& call)
+{
+    m_calls.push_back(call);
+    int error = 0;
+    for (Fault& fault : m_faults) {
+        const bool isMeant = fault.name.empty() ? isCounted(call) : call.name == fault.name;
+        if (isMeant && --fault.callsLeft == 0)
+            error = fault.error;
+    }
+    return error;
+}
+
+int SystemCallFaults::enter(const Call& call)
+{
+    return current != nullptr ? current->record(call) : 0;
+}
+
+std::size_t SystemCallFaults::transferSize(std::size_t wanted)
+{
+    return current != nullptr ? std::min(wanted, current->m_transferLimit.value_or(wanted))
+                              : wanted;
+}
+
+std::optional<off_t> SystemCallFaults::claimedSize()
+{
+    return current != nullptr ? current->m_claimedSize : std::nullopt;
+}
+
+extern "C" {
+
+int realOpenat(int folder, const char* path, int flags, mode_t mode) __asm__("__real_openat");
+int realFstat(int file, struct stat* status) __asm__("__real_fstat");
+ssize_t realRead(int file, void* bytes, std::size_t size) __asm__("__real_read");
+ssize_t realWrite(int file, const void* bytes, std::size_t size) __asm__("__real_write");
+off_t realLseek(int file, off_t offset, int whence) __asm__("__real_lseek");
+int realFtruncate(int file, off_t size) __asm__("__real_ftruncate");
+int realFchown(int file, uid_t user, gid_t group) __asm__("__real_fchown");
+int realFchmod(int file, mode_t mode) __asm__("__real_fchmod");
+int realFsync(int file) __asm__("__real_fsync");
+int realRenameat(int from, const char* old, int to, const char* name) __asm__("__real_renameat");
+int realUnlinkat(int folder, const char* name, int flags) __asm__("__real_unlinkat");
+int realGetentropy(void* bytes, std::size_t size) __asm__("__real_getentropy");
+DIR* realFdopendir(int folder) __asm__("__real_fdopendir");
+dirent* realReaddir(DIR* listing) __asm__("__real_readdir");
+
+int openatCalled(int folder, const char* path, int flags, mode_t mode) __asm__("__wrap_openat");
+// What openat() is called in a hardened build.
+int openat2Called(int folder, const char* path, int flags) __asm__("__wrap___openat_2");
+int fstatCalled(int file, struct stat* status) __asm__("__wrap_fstat");
+ssize_t readCalled(int file, void* bytes, std::size_t size) __asm__("__wrap_read");
+ssize_t writeCalled(int file, const void* bytes, std::size_t size) __asm__("__wrap_write");
+off_t lseekCalled(int file, off_t offset, int whence) __asm__("__wrap_lseek");
+int ftruncateCalled(int file, off_t size) __asm__("__wrap_ftruncate");
+int fchownCalled(int file, uid_t user, gid_t group) __asm__("__wrap_fchown");
+int fchmodCalled(int file, mode_t mode) __asm__("__wrap_fchmod");
+int fsyncCalled(int file) __asm__("__wrap_fsync");
+int renameatCalled(int from, const char* old, int to, const char* name) __asm__("__wrap_renameat");
+int unlinkatCalled(int folder, const char* name, int flags) __asm__("__wrap_unlinkat");
+int getentropyCalled(void* bytes, std::size_t size) __asm__("__wrap_getentropy");
+DIR* fdopendirCalled(int folder) __asm__("__wrap_fdopendir");
+dirent* readdirCalled(DIR* listing) __asm__("__wrap_readdir");
+
+int openatCalled(int folder, const char* path, int flags, mode_t mode)
+{
+    const mode_t given = (flags & O_CREAT) != 0 ? mode : 0;
+    return attempt({"openat", path, flags, given}, realOpenat, folder, path, flags, given);
+}
+
+int openat2Called(int folder, const char* path, int flags)
+{
+    return openatCalled(folder, path, flags, 0);
+}
+
+int fstatCalled(int file, struct stat* status)
+{
+    const int result = attempt({"fstat"}, realFstat, file, status);
+    if (result == 0)
+        status->st_size = SystemCallFaults::claimedSize().value_or(status->st_size);
+    return result;
+}
+
+ssize_t readCalled(int file, void* bytes, std::size_t size)
+{
+    return attempt({"read"}, realRead, file, bytes, SystemCallFaults::transferSize(size));
+}
+
+ssize_t writeCalled(int file, const void* bytes, std::size_t size)
+{
+    return attempt({"write"}, realWrite, file, bytes, SystemCallFaults::transferSize(size));
+}
+
+off_t lseekCalled(int file, off_t offset, int whence)
+{
+    return attempt({"lseek"}, realLseek, file, offset, whence);
+}
+
+int ftruncateCalled(int file, off_t size)
+{
+    return attempt({"ftruncate"}, realFtruncate, file, size);
+}
+
+int fchownCalled(int file, uid_t user, gid_t group)
+{
+    return attempt({"fchown"}, realFchown, file, user, group);
+}
+
+int fchmodCalled(int file, mode_t mode)
+{
+    return attempt({"fchmod"}, realFchmod, file, mode);
+}
+
+int fsyncCalled(int file)
+{
+    return attempt({"fsync"}, realFsync, file);
+}
+
+int renameatCalled(int from, const char* old, int to, const char* name)
+{
+    return attempt({"renameat"}, realRenameat, from, old, to, name);
+}
+
+int unlinkatCalled(int folder, const char* name, int flags)
+{
+    return attempt({"unlinkat"}, realUnlinkat, folder, name, flags);
+}
+
+int getentropyCalled(void* bytes, std::size_t size)
+{
+    return attempt({"getentropy"}, realGetentropy, bytes, size);
+}
+
+DIR* fdopendirCalled(int folder)
+{
+    return attempt({"fdopendir"}, realFdopendir, folder);
+}
+
+dirent* readdirCalled(DIR* listing)
+{
+    return attempt({"readdir"}, realReaddir, listing);
+}
+
+} // extern "C"

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+
+/// Makes system calls fail on purpose for one scope and records them, in a test that links to
+/// tav::system_call_faults: there the linker leads the code's calls here.
+///
+/// At most one object at a time, and only one thread meanwhile.
+class SystemCallFaults {
+public:
+    struct Call {
+        std::string name;
+        std::string path{}; // of openat() alone
+        int flags = 0;      // of openat() alone
+        mode_t mode = 0;    // of openat() that may create
+    };
+
+    SystemCallFaults();
+    ~SystemCallFaults();
+
+    SystemCallFaults(const SystemCallFaults&) = delete;
+    SystemCallFaults& operator=(const SystemCallFaults&) = delete;
+
+    /// The `nth` call of the name from now on (1: the next one) fails with the error.
+    void fail(const std::string& name, int error, int nth = 1);
+    /// The `nth` call of any name fails, unlinkat() left out: no clean-up can make good for itself.
+    void failAny(int error, int nth);
+    /// read() and write() move at most this many bytes at a time.
+    void limitTransfers(std::size_t bytes) { m_transferLimit = bytes; }
+    /// fstat() tells this size for every file.
+    void claimSize(off_t size) { m_claimedSize = size; }
+
+    /// What was called so far, failed calls included.
+    const std::vector<Call>& calls() const { return m_calls; }
+    /// How many calls failAny() has counted.
+    int counted() const;
+
+    /// For the functions that stand in for the system's: the error to fail with, 0 to go on.
+    static int enter(const Call& call);
+    static std::size_t transferSize(std::size_t wanted);
+    static std::optional<off_t> claimedSize();
+
+private:
+    struct Fault {
+        std::string name; // empty: any name
+        int error;
+        int callsLeft;
+    };
+
+    int record(const Call& call);
+
+    std::vector<Fault> m_faults;
+    std::vector<Call> m_calls;
+    std::optional<std::size_t> m_transferLimit;
+    std::optional<off_t> m_claimedSize;
+};
