@@ -12,3 +12,10 @@ std::ptrdiff_t virtualSlot(Operation operation)
     const auto words = std::bit_cast<std::array<std::ptrdiff_t, 2>>(operation);
     return (words[0] - 1) / static_cast<std::ptrdiff_t>(sizeof(void*));
 }
+
+/// Whether the operation is virtual at all: the address of another one is even.
+template<typename Operation>
+bool isVirtualOperation(Operation operation)
+{
+    return (std::bit_cast<std::array<std::ptrdiff_t, 2>>(operation)[0] & 1) == 1;
+}

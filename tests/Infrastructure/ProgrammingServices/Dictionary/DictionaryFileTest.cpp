@@ -2,8 +2,10 @@
 #include "Dictionary.h"
 #include "KFDictionaryFileException.h"
 #include "KFDictionaryParsingException.h"
+#include "Logger.h"
 #include "TemporaryFolder.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <type_traits>
@@ -15,6 +17,7 @@
 namespace {
 
 using namespace std::string_literals;
+using testing::MatchesRegex;
 
 static_assert(std::is_base_of_v<KFException, KFDictionaryException>);
 static_assert(std::is_base_of_v<KFDictionaryException, KFDictionaryFileException>);
@@ -122,6 +125,23 @@ TEST_F(DictionaryFile, IsNotWrittenOverAFolder)
 
     EXPECT_TRUE(std::filesystem::is_directory(m_folder.file("file")));
     EXPECT_TRUE(std::filesystem::is_empty(m_folder.file("file")));
+}
+
+TEST_F(DictionaryFile, ThatCannotBeWrittenIsToldToTheLog)
+{
+    Logger logger;
+    Logger::SetInstance(&logger);
+    logger.setSynchronous(true);
+    logger.SetFileName(m_folder.file("log"));
+    logger.addLevels(static_cast<std::uint32_t>(LoggerMsgType::ERROR));
+    logger.setActive(true);
+    const std::string path = m_folder.file("missing/%s");
+
+    sample().saveToFile(path);
+
+    EXPECT_THAT(
+        m_folder.read("log_0.txt"),
+        MatchesRegex(".*Saving the dictionary to " + path + " failed: .*No such file.*\n"));
 }
 
 TEST_F(DictionaryFile, ThatIsMissingCannotBeOpened)

@@ -1,9 +1,8 @@
 #include "Dictionary.h"
 #include "DictionaryIterator.h"
+#include "VirtualSlot.h"
 
-#include <array>
 #include <cstddef>
-#include <cstring>
 #include <list>
 #include <string>
 #include <type_traits>
@@ -17,48 +16,11 @@
 // as a gap of two.
 namespace {
 
-class MemberFunction {
-public:
-    template<typename Function>
-    explicit MemberFunction(Function function)
-    {
-        static_assert(std::is_member_function_pointer_v<Function>);
-        static_assert(sizeof(m_parts) == sizeof(function));
-        std::memcpy(m_parts.data(), &function, sizeof(function));
-    }
-
-#if defined(__x86_64__)
-    bool isVirtual() const
-    {
-        return (m_parts[0] & 1) == 1;
-    }
-    std::ptrdiff_t offset() const
-    {
-        return m_parts[0] - 1;
-    }
-#elif defined(__aarch64__)
-    bool isVirtual() const
-    {
-        return (m_parts[1] & 1) == 1;
-    }
-    std::ptrdiff_t offset() const
-    {
-        return m_parts[0];
-    }
-#else
-#error "how does this platform write a pointer to a virtual member function?"
-#endif
-
-private:
-    std::array<std::ptrdiff_t, 2> m_parts{};
-};
-
-template<typename Function>
-std::ptrdiff_t slotOf(Function function)
+template<typename Operation>
+std::ptrdiff_t slotOf(Operation operation)
 {
-    const MemberFunction member(function);
-    EXPECT_TRUE(member.isVirtual());
-    return member.offset() / static_cast<std::ptrdiff_t>(sizeof(void*));
+    EXPECT_TRUE(isVirtualOperation(operation));
+    return virtualSlot(operation);
 }
 
 using Text = const std::string&;
@@ -113,32 +75,32 @@ TEST(SlotOrder, TheIteratorHasNoVirtualOperationButItsDestructor)
 {
     static_assert(std::has_virtual_destructor_v<DictionaryIterator>);
 
-    EXPECT_FALSE(MemberFunction(&DictionaryIterator::atEnd).isVirtual());
-    EXPECT_FALSE(MemberFunction(&DictionaryIterator::next).isVirtual());
-    EXPECT_FALSE(MemberFunction(&DictionaryIterator::current).isVirtual());
-    EXPECT_FALSE(MemberFunction(&DictionaryIterator::key).isVirtual());
-    EXPECT_FALSE(MemberFunction(&DictionaryIterator::value).isVirtual());
-    EXPECT_FALSE(MemberFunction(&DictionaryIterator::getValueAs).isVirtual());
-    EXPECT_FALSE(MemberFunction(&DictionaryIterator::currentDictionary).isVirtual());
-    EXPECT_FALSE(MemberFunction(&DictionaryIterator::firstDictionary).isVirtual());
-    EXPECT_FALSE(MemberFunction(&DictionaryIterator::nextDictionary).isVirtual());
+    EXPECT_FALSE(isVirtualOperation(&DictionaryIterator::atEnd));
+    EXPECT_FALSE(isVirtualOperation(&DictionaryIterator::next));
+    EXPECT_FALSE(isVirtualOperation(&DictionaryIterator::current));
+    EXPECT_FALSE(isVirtualOperation(&DictionaryIterator::key));
+    EXPECT_FALSE(isVirtualOperation(&DictionaryIterator::value));
+    EXPECT_FALSE(isVirtualOperation(&DictionaryIterator::getValueAs));
+    EXPECT_FALSE(isVirtualOperation(&DictionaryIterator::currentDictionary));
+    EXPECT_FALSE(isVirtualOperation(&DictionaryIterator::firstDictionary));
+    EXPECT_FALSE(isVirtualOperation(&DictionaryIterator::nextDictionary));
 }
 
 TEST(SlotOrder, NothingElseOfItemAndDictionaryIsVirtual)
 {
-    EXPECT_FALSE(MemberFunction(&Item::getName).isVirtual());
-    EXPECT_FALSE(MemberFunction(&Item::setName).isVirtual());
-    EXPECT_FALSE(MemberFunction(&Dictionary::clear).isVirtual());
-    EXPECT_FALSE(MemberFunction(&Dictionary::doRemoveItem).isVirtual());
-    EXPECT_FALSE(MemberFunction(&Dictionary::getFirstItem).isVirtual());
-    EXPECT_FALSE(MemberFunction(&Dictionary::setItem).isVirtual());
-    EXPECT_FALSE(MemberFunction(&Dictionary::addDictionary).isVirtual());
-    EXPECT_FALSE(MemberFunction(&Dictionary::mergeDictionary).isVirtual());
-    EXPECT_FALSE(MemberFunction(&Dictionary::loadFromFile).isVirtual());
-    EXPECT_FALSE(MemberFunction(&Dictionary::saveToFile).isVirtual());
-    EXPECT_FALSE(MemberFunction(&Dictionary::doFindItems).isVirtual());
-    EXPECT_FALSE(MemberFunction(&Dictionary::doFindValues).isVirtual());
-    EXPECT_FALSE(MemberFunction(&Dictionary::doGetItemPath).isVirtual());
+    EXPECT_FALSE(isVirtualOperation(&Item::getName));
+    EXPECT_FALSE(isVirtualOperation(&Item::setName));
+    EXPECT_FALSE(isVirtualOperation(&Dictionary::clear));
+    EXPECT_FALSE(isVirtualOperation(&Dictionary::doRemoveItem));
+    EXPECT_FALSE(isVirtualOperation(&Dictionary::getFirstItem));
+    EXPECT_FALSE(isVirtualOperation(&Dictionary::setItem));
+    EXPECT_FALSE(isVirtualOperation(&Dictionary::addDictionary));
+    EXPECT_FALSE(isVirtualOperation(&Dictionary::mergeDictionary));
+    EXPECT_FALSE(isVirtualOperation(&Dictionary::loadFromFile));
+    EXPECT_FALSE(isVirtualOperation(&Dictionary::saveToFile));
+    EXPECT_FALSE(isVirtualOperation(&Dictionary::doFindItems));
+    EXPECT_FALSE(isVirtualOperation(&Dictionary::doFindValues));
+    EXPECT_FALSE(isVirtualOperation(&Dictionary::doGetItemPath));
 }
 
 } // namespace
