@@ -1,6 +1,9 @@
+#include "CallMarker.h"
 #include "Logger.h"
+#include "PublishedTracer.h"
 #include "TemporaryFolder.h"
 
+#include <algorithm>
 #include <sstream>
 #include <thread>
 #include <vector>
@@ -134,4 +137,37 @@ TEST(LoggerThreads, MayChangeTheOptionsWhileOthersLog)
 
     logger.FinishLogging();
     EXPECT_TRUE(logger.areAllMsgFlushed());
+}
+
+TEST(LoggerThreads, MayTraceAndLogAtTheSameTime)
+{
+    constexpr int threadCount = 64;
+    constexpr int lineCount = 20;
+    PublishedTracer tracer;
+    const TemporaryFolder folder;
+    Logger logger;
+    Logger::SetInstance(&logger);
+    logger.SetFileName(folder.file("app"));
+    logger.addLevels(8);
+    logger.setActive(true);
+    logger.Initialize();
+
+    std::vector<std::thread> threads;
+    threads.reserve(threadCount);
+    for (int thread = 0; thread < threadCount; ++thread)
+        threads.emplace_back([thread] {
+            for (int line = 0; line < lineCount; ++line) {
+                const CallMarker marker("work");
+                TAV_TRACE(marker, TraceMsgType::D, "%d %d", thread, line);
+                TAV_LOG(LoggerMsgType::LEVEL_0, "%d %d", thread, line);
+            }
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    logger.FinishLogging();
+
+    const std::string logged = folder.read("app_0.txt");
+    const std::string traced = tracer.folder().read("trace_0.txt");
+    EXPECT_EQ(std::count(logged.begin(), logged.end(), '\n'), threadCount * lineCount);
+    EXPECT_EQ(std::count(traced.begin(), traced.end(), '\n'), 2 * threadCount * lineCount);
 }
