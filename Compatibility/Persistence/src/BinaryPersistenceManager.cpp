@@ -42,8 +42,8 @@ bool BinaryPersistenceManager::writeUnformattedParam(
     const std::string& name, const char* data, int size)
 {
     CallMarker marker("BinaryPersistenceManager::writeUnformattedParam", this);
-    Contract::require(m_persistenceObject != nullptr, "m_persistenceObject != NULL", UNIT, 43);
-    Contract::require(!name.empty(), "!name.empty()", UNIT, 44);
+    Contract::require(m_persistenceObject != nullptr, "m_persistenceObject != NULL", UNIT, 45);
+    Contract::require(!name.empty(), "!name.empty()", UNIT, 46);
     return m_persistenceObject->writeUnformattedParam(name, data, size);
 }
 

@@ -38,8 +38,8 @@ bool PersistenceManager::readParam(const std::string& name, std::string& value)
 bool PersistenceManager::writeParam(const std::string& name, const std::string& value)
 {
     CallMarker marker("PersistenceManager::writeParam", this);
-    Contract::require(m_persistenceObject != nullptr, "m_persistenceObject != NULL", UNIT, 45);
-    Contract::require(!name.empty(), "!name.empty()", UNIT, 46);
+    Contract::require(m_persistenceObject != nullptr, "m_persistenceObject != NULL", UNIT, 41);
+    Contract::require(!name.empty(), "!name.empty()", UNIT, 42);
     return m_persistenceObject->writeParam(name, value);
 }
 

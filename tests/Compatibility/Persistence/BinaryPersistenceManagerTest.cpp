@@ -90,7 +90,7 @@ TEST(BinaryPersistenceManagerDeathTest, WritingRequiresAStore)
     EXPECT_CRASH_REPORT(
         manager.writeUnformattedParam("a", "A", 1),
         "REQUIRE VIOLATION : m_persistenceObject != NULL - In File : "
-        "Compatibility/Persistence/src/BinaryPersistenceManager - At Line : 43");
+        "Compatibility/Persistence/src/BinaryPersistenceManager - At Line : 45");
 }
 
 TEST(BinaryPersistenceManagerDeathTest, WritingRequiresAName)
@@ -101,5 +101,5 @@ TEST(BinaryPersistenceManagerDeathTest, WritingRequiresAName)
     EXPECT_CRASH_REPORT(
         manager.writeUnformattedParam("", "A", 1),
         "REQUIRE VIOLATION : !name.empty() - In File : "
-        "Compatibility/Persistence/src/BinaryPersistenceManager - At Line : 44");
+        "Compatibility/Persistence/src/BinaryPersistenceManager - At Line : 46");
 }

@@ -82,7 +82,7 @@ TEST(PersistenceManagerDeathTest, WritingRequiresAStore)
     EXPECT_CRASH_REPORT(
         manager.writeParam("a", "1"),
         "REQUIRE VIOLATION : m_persistenceObject != NULL - In File : "
-        "Compatibility/Persistence/src/PersistenceManager - At Line : 45");
+        "Compatibility/Persistence/src/PersistenceManager - At Line : 41");
 }
 
 TEST(PersistenceManagerDeathTest, WritingRequiresAName)
@@ -93,5 +93,5 @@ TEST(PersistenceManagerDeathTest, WritingRequiresAName)
     EXPECT_CRASH_REPORT(
         manager.writeParam("", "1"), "REQUIRE VIOLATION : !name.empty() - In File : "
                                      "Compatibility/Persistence/src/PersistenceManager - At Line : "
-                                     "46");
+                                     "42");
 }

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "KFException.h"
+
+/// No company network has the display name asked for.
+class KFCompanyNetworkNotFoundException : public KFException {
+public:
+    KFCompanyNetworkNotFoundException(const std::string& fileName, int line);
+
+    std::string toString() const override;
+};

@@ -1,0 +1,215 @@
+#include "DedicatedAPNConfiguration.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// A dedicated APN with a leaf and both sub-sections.
+Dictionary fullSection()
+{
+    Dictionary dictionary("DedicatedAPN");
+    dictionary.addValue("APN", "apn.example");
+    Dictionary proxy = ProxyConfiguration::makeDictionary("proxy.example", "8080");
+    dictionary.setItem("Proxy", proxy);
+    Dictionary vpn = VPNConfiguration::makeDictionary("PrivateVPN", true, "a", "b", "c", "d");
+    dictionary.setItem("PrivateVPN", vpn);
+    return dictionary;
+}
+
+class DedicatedAPNConfigurationTest : public testing::Test {
+protected:
+    Dictionary dictionary = fullSection();
+    DedicatedAPNConfiguration section{&dictionary};
+    Dictionary& held = section;
+};
+
+struct TextAccessor {
+    const char* key;
+    std::string (DedicatedAPNConfiguration::*get)() const;
+    void (DedicatedAPNConfiguration::*set)(const std::string&);
+};
+
+class DedicatedAPNConfigurationText : public testing::TestWithParam<TextAccessor> {
+protected:
+    Dictionary empty{"DedicatedAPN"};
+    DedicatedAPNConfiguration section{&empty};
+    Dictionary& held = section;
+};
+
+} // namespace
+
+TEST_P(DedicatedAPNConfigurationText, IsEmptyWhenMissing)
+{
+    EXPECT_EQ((section.*GetParam().get)(), "");
+}
+
+TEST_P(DedicatedAPNConfigurationText, SetterCreatesKeyThenReplacesItsValue)
+{
+    (section.*GetParam().set)("first");
+    const Item* const entry = held.getFirstItem();
+    (section.*GetParam().set)("second");
+
+    EXPECT_EQ((section.*GetParam().get)(), "second");
+    EXPECT_STREQ(held.getValue(GetParam().key), "second");
+    EXPECT_EQ(held.getFirstItem(), entry);
+    held.removeItem(GetParam().key);
+    EXPECT_EQ(held.getFirstItem(), nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Keys, DedicatedAPNConfigurationText,
+    testing::Values(
+        TextAccessor{"APN", &DedicatedAPNConfiguration::getAPN, &DedicatedAPNConfiguration::setAPN},
+        TextAccessor{
+            "DNS1", &DedicatedAPNConfiguration::getDNS1, &DedicatedAPNConfiguration::setDNS1},
+        TextAccessor{
+            "DNS2", &DedicatedAPNConfiguration::getDNS2, &DedicatedAPNConfiguration::setDNS2},
+        TextAccessor{
+            "Login", &DedicatedAPNConfiguration::getLogin, &DedicatedAPNConfiguration::setLogin},
+        TextAccessor{
+            "Password", &DedicatedAPNConfiguration::getPassword,
+            &DedicatedAPNConfiguration::setPassword}),
+    [](const auto& test) { return std::string(test.param.key); });
+
+TEST_F(DedicatedAPNConfigurationTest, CredentialsAreUserSpecificByTheExactTextOnly)
+{
+    EXPECT_FALSE(section.isUserSpecificCredentials());
+    for (const char* text : {"TRUE", "yes", "false", ""}) {
+        held.addValue("UserSpecificCredentials", text);
+        EXPECT_FALSE(section.isUserSpecificCredentials()) << text;
+    }
+
+    held.addValue("UserSpecificCredentials", "true");
+    EXPECT_TRUE(section.isUserSpecificCredentials());
+}
+
+TEST_F(DedicatedAPNConfigurationTest, EnablingUserSpecificCredentialsWritesTrueAndFalse)
+{
+    section.enableUserSpecificCredentials(true);
+    EXPECT_STREQ(held.getValue("UserSpecificCredentials"), "true");
+
+    section.enableUserSpecificCredentials(false);
+    EXPECT_STREQ(held.getValue("UserSpecificCredentials"), "false");
+}
+
+TEST_F(DedicatedAPNConfigurationTest, TakesItsSubSectionsOutOfTheLeafDictionary)
+{
+    ASSERT_NE(section.getProxyConfiguration(), nullptr);
+    ASSERT_NE(section.getPrivateVPN(), nullptr);
+    EXPECT_EQ(section.getProxyConfiguration()->getAddress(), "proxy.example");
+    EXPECT_EQ(section.getProxyConfiguration()->getport(), "8080");
+    EXPECT_EQ(section.getPrivateVPN()->getStartCmdLine(), "a");
+    EXPECT_EQ(
+        held.marshall(""), "<dict>\n"
+                           "\t<key>APN</key>\n"
+                           "\t<string>apn.example</string>\n"
+                           "</dict>\n");
+}
+
+TEST_F(DedicatedAPNConfigurationTest, LeavesTheDictionaryItWasMadeFromAlone)
+{
+    EXPECT_TRUE(dictionary.hasKey("Proxy"));
+    EXPECT_TRUE(dictionary.hasKey("PrivateVPN"));
+}
+
+TEST_F(DedicatedAPNConfigurationTest, WithoutSubSectionsHasNone)
+{
+    Dictionary leavesOnly("DedicatedAPN");
+    const DedicatedAPNConfiguration plain(&leavesOnly);
+
+    EXPECT_EQ(plain.getProxyConfiguration(), nullptr);
+    EXPECT_EQ(plain.getPrivateVPN(), nullptr);
+    EXPECT_TRUE(plain.getDictionary()->equals(leavesOnly));
+}
+
+TEST_F(DedicatedAPNConfigurationTest, TakesLeafInASubSectionsPlaceAsAbsentAndKeepsIt)
+{
+    Dictionary edited("DedicatedAPN");
+    edited.addValue("Proxy", "text");
+    edited.addValue("PrivateVPN", 5);
+    const DedicatedAPNConfiguration plain(&edited);
+
+    EXPECT_EQ(plain.getProxyConfiguration(), nullptr);
+    EXPECT_EQ(plain.getPrivateVPN(), nullptr);
+    EXPECT_TRUE(plain.getDictionary()->equals(edited));
+}
+
+TEST_F(DedicatedAPNConfigurationTest, JoinsItsSubSectionsAgain)
+{
+    const std::unique_ptr<Dictionary> whole = section.getDictionary();
+
+    EXPECT_EQ(whole->getName(), "DedicatedAPN");
+    EXPECT_TRUE(whole->equals(dictionary));
+    EXPECT_FALSE(held.hasKey("Proxy"));
+    EXPECT_FALSE(held.hasKey("PrivateVPN"));
+}
+
+TEST_F(DedicatedAPNConfigurationTest, JoinedTreeHasCopiesOfItsOwn)
+{
+    const std::unique_ptr<Dictionary> whole = section.getDictionary();
+
+    section.setAPN("changed");
+    section.getProxyConfiguration()->setport("changed");
+    section.getPrivateVPN()->setStopArgs("changed");
+
+    EXPECT_TRUE(whole->equals(dictionary));
+    EXPECT_STREQ(section.getDictionary()->getValue("Proxy.Port"), "changed");
+    EXPECT_STREQ(section.getDictionary()->getValue("PrivateVPN.StopArguments"), "changed");
+}
+
+TEST_F(DedicatedAPNConfigurationTest, SetPrivateVpnReplacesTheSubSection)
+{
+    section.setPrivateVpn(false, "1", "2", "3", "4");
+
+    ASSERT_NE(section.getPrivateVPN(), nullptr);
+    Dictionary& vpn = *section.getPrivateVPN();
+    EXPECT_EQ(vpn.getName(), "PrivateVPN");
+    EXPECT_EQ(
+        vpn.marshall(""), "<dict>\n"
+                          "\t<key>Activated</key>\n"
+                          "\t<string>false</string>\n"
+                          "\t<key>StartArguments</key>\n"
+                          "\t<string>2</string>\n"
+                          "\t<key>StartCommandLine</key>\n"
+                          "\t<string>1</string>\n"
+                          "\t<key>StopArguments</key>\n"
+                          "\t<string>4</string>\n"
+                          "\t<key>StopCommandLine</key>\n"
+                          "\t<string>3</string>\n"
+                          "</dict>\n");
+    EXPECT_FALSE(held.hasKey("PrivateVPN"));
+}
+
+TEST_F(DedicatedAPNConfigurationTest, CopyHasSubSectionsOfItsOwn)
+{
+    const DedicatedAPNConfiguration copy(section);
+
+    section.getProxyConfiguration()->setport("changed");
+    section.getPrivateVPN()->setStopArgs("changed");
+    section.setAPN("changed");
+
+    EXPECT_TRUE(copy.getDictionary()->equals(dictionary));
+}
+
+TEST_F(DedicatedAPNConfigurationTest, AssignmentCopiesSubSections)
+{
+    Dictionary other("Other");
+    DedicatedAPNConfiguration target(&other);
+
+    target = section;
+    section.getProxyConfiguration()->setport("changed");
+    section.getPrivateVPN()->setStopArgs("changed");
+
+    EXPECT_TRUE(target.getDictionary()->equals(dictionary));
+}
+
+TEST_F(DedicatedAPNConfigurationTest, AssignmentOfSectionWithoutSubSectionsRemovesThem)
+{
+    Dictionary leavesOnly("DedicatedAPN");
+    const DedicatedAPNConfiguration plain(&leavesOnly);
+
+    section = plain;
+
+    EXPECT_EQ(section.getProxyConfiguration(), nullptr);
+    EXPECT_EQ(section.getPrivateVPN(), nullptr);
+}

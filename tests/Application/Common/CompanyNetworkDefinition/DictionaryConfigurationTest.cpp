@@ -1,0 +1,184 @@
+#include "DictionaryConfiguration.h"
+
+#include "IntBasicItem.h"
+#include "VirtualSlot.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+Dictionary sample()
+{
+    Dictionary dictionary("Section");
+    dictionary.addValue("key", "value");
+    return dictionary;
+}
+
+std::string valueOf(DictionaryConfiguration& section, const std::string& key)
+{
+    return DictionaryConfiguration::getDictionaryValue(section, key);
+}
+
+} // namespace
+
+TEST(DictionaryConfiguration, ValueOfEntry)
+{
+    Dictionary dictionary = sample();
+
+    EXPECT_EQ(DictionaryConfiguration::getDictionaryValue(dictionary, "key"), "value");
+}
+
+TEST(DictionaryConfiguration, ValueOfMissingEntryIsEmpty)
+{
+    Dictionary dictionary = sample();
+
+    EXPECT_EQ(DictionaryConfiguration::getDictionaryValue(dictionary, "other"), "");
+}
+
+TEST(DictionaryConfiguration, ValueOfEntryThatIsNoTextIsEmpty)
+{
+    Dictionary dictionary;
+    dictionary.addValue("number", 5);
+    Dictionary inner = sample();
+    dictionary.setItem("inner", inner);
+
+    EXPECT_EQ(DictionaryConfiguration::getDictionaryValue(dictionary, "number"), "");
+    EXPECT_EQ(DictionaryConfiguration::getDictionaryValue(dictionary, "inner"), "");
+}
+
+TEST(DictionaryConfiguration, SetsValueOfExistingEntryInPlace)
+{
+    Dictionary dictionary = sample();
+    const Item* const before = dictionary.getItem(std::string("key"));
+
+    DictionaryConfiguration::setDictionaryValue(dictionary, "key", "new");
+
+    EXPECT_EQ(dictionary.getItem(std::string("key")), before);
+    EXPECT_STREQ(dictionary.getValue("key"), "new");
+}
+
+TEST(DictionaryConfiguration, AddsEntryThatIsMissing)
+{
+    Dictionary dictionary = sample();
+
+    DictionaryConfiguration::setDictionaryValue(dictionary, "other", "new");
+
+    EXPECT_STREQ(dictionary.getValue("other"), "new");
+    EXPECT_STREQ(dictionary.getValue("key"), "value");
+}
+
+TEST(DictionaryConfiguration, SettingReplacesEntryThatIsNoText)
+{
+    Dictionary dictionary;
+    dictionary.addValue("number", 5);
+    Dictionary inner = sample();
+    dictionary.setItem("inner", inner);
+
+    DictionaryConfiguration::setDictionaryValue(dictionary, "number", "6");
+    DictionaryConfiguration::setDictionaryValue(dictionary, "inner", "text");
+
+    EXPECT_STREQ(dictionary.getValue("number"), "6");
+    EXPECT_STREQ(dictionary.getValue("inner"), "text");
+}
+
+TEST(DictionaryConfiguration, HoldsCopyOfDictionaryWithItsName)
+{
+    Dictionary dictionary = sample();
+
+    DictionaryConfiguration section(&dictionary);
+
+    Dictionary& held = section;
+    EXPECT_NE(&held, &dictionary);
+    EXPECT_EQ(held.getName(), "Section");
+    EXPECT_TRUE(held.equals(dictionary));
+}
+
+TEST(DictionaryConfiguration, DoesNotSeeLaterChangesOfDictionary)
+{
+    Dictionary dictionary = sample();
+    DictionaryConfiguration section(&dictionary);
+
+    dictionary.addValue("key", "changed");
+    dictionary.addValue("other", "new");
+
+    EXPECT_EQ(valueOf(section, "key"), "value");
+    EXPECT_EQ(valueOf(section, "other"), "");
+}
+
+TEST(DictionaryConfiguration, ChangesOfSectionDoNotReachDictionary)
+{
+    Dictionary dictionary = sample();
+    DictionaryConfiguration section(&dictionary);
+
+    DictionaryConfiguration::setDictionaryValue(section, "key", "changed");
+
+    EXPECT_STREQ(dictionary.getValue("key"), "value");
+}
+
+TEST(DictionaryConfiguration, CopyHoldsDictionaryOfItsOwn)
+{
+    Dictionary dictionary = sample();
+    DictionaryConfiguration section(&dictionary);
+
+    DictionaryConfiguration copy(section);
+    DictionaryConfiguration::setDictionaryValue(section, "key", "changed");
+
+    EXPECT_EQ(valueOf(copy, "key"), "value");
+    EXPECT_EQ(static_cast<Dictionary&>(copy).getName(), "Section");
+}
+
+TEST(DictionaryConfiguration, AssignmentTakesCopyOfOther)
+{
+    Dictionary dictionary = sample();
+    DictionaryConfiguration source(&dictionary);
+    Dictionary other("Other");
+    DictionaryConfiguration target(&other);
+
+    target = source;
+    DictionaryConfiguration::setDictionaryValue(source, "key", "changed");
+
+    EXPECT_EQ(valueOf(target, "key"), "value");
+    EXPECT_EQ(static_cast<Dictionary&>(target).getName(), "Section");
+}
+
+TEST(DictionaryConfiguration, AssignmentNeverDestroysDictionaryHeldBefore)
+{
+    Dictionary dictionary = sample();
+    DictionaryConfiguration source(&dictionary);
+    DictionaryConfiguration target(&dictionary);
+    Dictionary& before = target;
+
+    target = source;
+
+    EXPECT_NE(&static_cast<Dictionary&>(target), &before);
+    EXPECT_STREQ(before.getValue("key"), "value");
+}
+
+TEST(DictionaryConfiguration, SelfAssignmentLosesContent)
+{
+    Dictionary dictionary = sample();
+    DictionaryConfiguration section(&dictionary);
+    DictionaryConfiguration& same = section;
+
+    section = same;
+
+    EXPECT_EQ(valueOf(section, "key"), "");
+}
+
+TEST(DictionaryConfiguration, StoresCopyOfItsDictionaryUnderItsName)
+{
+    Dictionary dictionary = sample();
+    const DictionaryConfiguration section(&dictionary);
+    Dictionary parent;
+
+    section.storeIn(parent);
+
+    ASSERT_NE(parent.getItem(std::string("Section")), nullptr);
+    EXPECT_NE(parent.getItem(std::string("Section")), &dictionary);
+    EXPECT_STREQ(parent.getValue("Section.key"), "value");
+}
+
+TEST(DictionaryConfiguration, OperatorDictionaryIsVirtualSlotBehindDestructor)
+{
+    EXPECT_EQ(virtualSlot(&DictionaryConfiguration::operator Dictionary&), 2);
+}
