@@ -19,6 +19,14 @@ if(TAV_SANITIZE)
     target_link_options(tav_options INTERFACE -fsanitize=${TAV_SANITIZE})
 endif()
 
+# The fuzzers are steered by the coverage of everything below them.
+if(TAV_BUILD_FUZZERS)
+    if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        message(FATAL_ERROR "TAV_BUILD_FUZZERS needs clang")
+    endif()
+    target_compile_options(tav_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # A tool that runs as root is hardened in the build that is shipped.
 if(CMAKE_BUILD_TYPE STREQUAL "RelWithDebInfo" OR CMAKE_BUILD_TYPE STREQUAL "Release")
     target_compile_options(tav_options INTERFACE

@@ -2,6 +2,7 @@
 
 #include "CallMarker.h"
 
+#include <cstring>
 #include <memory>
 #include <utility>
 
@@ -47,7 +48,9 @@ bool BasicItem::equals(const Item& other)
     CallMarker marker("bool BasicItem::equals(const Item&)", this);
 
     const char* const value = other.getValue();
-    const bool equal = value != nullptr && getName() == other.getName() && m_value == value;
+    // As getValue() answers both: up to a zero byte, so that an item always equals its copy.
+    const bool equal = value != nullptr && getName() == other.getName() &&
+                       std::strcmp(m_value.c_str(), value) == 0;
     TAV_TRACE(marker, TraceMsgType::D, "equals returns %d", equal);
     return equal;
 }

@@ -97,6 +97,14 @@ TEST(BasicItem, EqualsATextOfTheSameNameAndBytes)
     EXPECT_FALSE(item.equals(BasicItem("key", "text ")));
 }
 
+TEST(BasicItem, EqualsItsCopyEvenWithAZeroByteInside)
+{
+    BasicItem item("key", std::string("a\0b", 3));
+
+    EXPECT_TRUE(item.equals(BasicItem(item)));
+    EXPECT_FALSE(item.equals(BasicItem("key", std::string("b\0b", 3))));
+}
+
 TEST(BasicItem, NeverEqualsAnIntegerOrADictionary)
 {
     BasicItem item("key", "12");

@@ -1,0 +1,73 @@
+#include "Dictionary.h"
+#include "DictionaryCursor.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <sstream>
+#include <string>
+
+namespace {
+
+Dictionary dictionaryFrom(const std::string& text)
+{
+    Dictionary dictionary;
+    std::stringstream in(text);
+    dictionary.unMarshall(in);
+    return dictionary;
+}
+
+bool hasOneEndTag(const std::string& line)
+{
+    return line.find("</") == line.rfind("</");
+}
+
+/// Nothing is escaped: of a key or text that holds "</" only what stands before is read back.
+bool isRepresentable(const Dictionary& dictionary)
+{
+    DictionaryCursor cursor;
+    cursor.enter(dictionary);
+    while (cursor.depth() > 0) {
+        const DictionaryEntries::Entry* const entry = cursor.next();
+        if (entry == nullptr)
+            cursor.leave();
+        else if (!hasOneEndTag(entry->first + "</key>"))
+            return false;
+        else if (const Dictionary* const child = DictionaryEntries::dictionaryIn(*entry))
+            cursor.enter(*child);
+        else if (!hasOneEndTag(entry->second->marshall("")))
+            return false;
+    }
+    return true;
+}
+
+void require(bool holds, const char* what)
+{
+    if (holds)
+        return;
+    std::fprintf(stderr, "does not hold: %s\n", what);
+    std::abort();
+}
+
+} // namespace
+
+/// Whatever is read is written so that it is read back: the same at once when it can be written
+/// without loss, and from the second writing on in any case.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    Dictionary first = dictionaryFrom(std::string(data, data + size));
+    const std::string firstText = first.marshall("");
+    Dictionary second = dictionaryFrom(firstText);
+    const std::string secondText = second.marshall("");
+
+    if (isRepresentable(first)) {
+        require(second.equals(first), "read back equal");
+        require(secondText == firstText, "written again to the same text");
+    }
+    require(isRepresentable(second), "what was written once can be written without loss");
+    require(
+        dictionaryFrom(secondText).marshall("") == secondText, "the second text is the last one");
+    require(Dictionary(first).equals(first), "a copy is equal");
+    return 0;
+}
