@@ -1,0 +1,91 @@
+"""What every scenario with the real window shares: a desktop, a private data folder, the tool."""
+
+import pathlib
+import shutil
+import sys
+import tempfile
+import unittest
+
+import texts
+from configuration_window import ConfigurationWindow
+from desktop import Desktop
+
+TOOL = pathlib.Path(sys.argv.pop(1))
+SCOPE = texts.load(TOOL.parent / "ID.txt")["UPGRADE_CODE"]
+
+
+class Scenario(unittest.TestCase):
+    """Each test gets an empty data folder, and the window through `open_window`."""
+
+    maxDiff = None
+
+    @classmethod
+    def setUpClass(cls):
+        cls.desktop = cls.enterClassContext(Desktop())
+
+    def setUp(self):
+        self.data = pathlib.Path(tempfile.mkdtemp(prefix="tav-data-"))
+        self.addCleanup(shutil.rmtree, self.data, ignore_errors=True)
+        self.folder = self.data / "Pelora" / SCOPE
+        self.file = self.folder / "CompanyNetworkConfiguration.cfg"
+
+    def store(self, content):
+        """Puts a configuration file in the tool's place for it."""
+        self.folder.mkdir(parents=True, exist_ok=True)
+        self.file.write_bytes(content.encode() if isinstance(content, str) else content)
+
+    def stored(self):
+        return self.file.read_text(encoding="utf-8")
+
+    def open_window(self, language="en"):
+        application = self.desktop.launch(
+            [str(TOOL), "--adminRights"], TAV_COMMON_DATA_DIR=self.data,
+            XDG_DATA_HOME=self.data / "user", LANGUAGE=language)
+        self.addCleanup(self._end, application.process)
+        return ConfigurationWindow(application, TOOL, language)
+
+    def assert_ended(self, window):
+        status, _, errors = window.application.wait()
+        self.assertEqual((status, errors), (0, ""))
+
+    @staticmethod
+    def _end(process):
+        process.kill()
+        process.communicate()
+
+
+def network_file(name="Intranet", *, vpn="false", start="", start_arguments="", stop="",
+                 stop_arguments="", monitoring="false", address="", more=""):
+    """A whole configuration file as the tool writes it; `more` stands behind the first network."""
+    return f"""<?xml version="1.0" encoding="UTF-8"?>
+<plist version="1.0">
+<dict>
+\t<key>Company1</key>
+\t<dict>
+\t\t<key>Monitoring</key>
+\t\t<dict>
+\t\t\t<key>Activated</key>
+\t\t\t<string>{monitoring}</string>
+\t\t\t<key>Address</key>
+\t\t\t<string>{address}</string>
+\t\t\t<key>Type</key>
+\t\t\t<string>IP</string>
+\t\t</dict>
+\t\t<key>Name</key>
+\t\t<string>{name}</string>
+\t\t<key>PublicVPN</key>
+\t\t<dict>
+\t\t\t<key>Activated</key>
+\t\t\t<string>{vpn}</string>
+\t\t\t<key>StartArguments</key>
+\t\t\t<string>{start_arguments}</string>
+\t\t\t<key>StartCommandLine</key>
+\t\t\t<string>{start}</string>
+\t\t\t<key>StopArguments</key>
+\t\t\t<string>{stop_arguments}</string>
+\t\t\t<key>StopCommandLine</key>
+\t\t\t<string>{stop}</string>
+\t\t</dict>
+\t</dict>
+{more}</dict>
+</plist>"""
