@@ -4,6 +4,7 @@
 #include "TemporaryFolder.h"
 
 #include <array>
+#include <chrono>
 #include <ctime>
 #include <regex>
 
@@ -26,6 +27,12 @@ protected:
     const TemporaryFolder m_folder;
     Logger m_logger;
 };
+
+/// std::time() is no good here: it may lag behind the clock that the stamp is taken from.
+std::time_t secondsNow()
+{
+    return std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+}
 
 std::string lineOf(const std::string& message)
 {
@@ -182,9 +189,9 @@ TEST_F(LoggerTest, PutsTimeStampDirectlyBeforeTheTag)
 {
     m_logger.setPrintTime(true);
 
-    const std::time_t before = std::time(nullptr);
+    const std::time_t before = secondsNow();
     m_logger.PrintMsg(LoggerMsgType::ERROR, "text");
-    const std::time_t after = std::time(nullptr);
+    const std::time_t after = secondsNow();
 
     std::smatch match;
     const std::string line = written();
