@@ -26,8 +26,7 @@ public:
 };
 
 /// Expects the statement to end the process with status 0 and this report's message, whole:
-/// EXPECT_CRASH_REPORT(read(nullptr), "REQUIRE VIOLATION : name != NULL - In File : A/B - At Line :
-/// 12")
+/// EXPECT_CRASH_REPORT(get(""), "REQUIRE VIOLATION : !key.empty() - In File : A/B - At Line : 12")
 #define EXPECT_CRASH_REPORT(statement, message)                                                    \
     EXPECT_EXIT(                                                                                   \
         {                                                                                          \

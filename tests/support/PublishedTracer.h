@@ -4,6 +4,7 @@
 #include "Tracer.h"
 
 #include <cstdio>
+#include <regex>
 #include <string>
 #include <string_view>
 
@@ -38,6 +39,13 @@ public:
         for (std::size_t at = text.find(id); at != std::string::npos; at = text.find(id, at))
             text.replace(at, std::string_view(id).size(), "<id>]");
         return text;
+    }
+
+    /// The lines that were written, with "<id>" for the padded id of any thread.
+    std::string linesOfAllThreads() const
+    {
+        return std::regex_replace(
+            m_folder.read("trace_0.txt"), std::regex("\\[th_[0-9]+ *\\]"), "[<id>]");
     }
 
 private:

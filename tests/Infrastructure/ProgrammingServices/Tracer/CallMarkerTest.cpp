@@ -2,16 +2,13 @@
 
 #include "PublishedTracer.h"
 
-#include <cstdlib>
-#include <new>
+#include <cstdint>
 #include <string>
 #include <type_traits>
 
 #include <gtest/gtest.h>
 
 namespace {
-
-int allocations = 0;
 
 int counted(int& calls)
 {
@@ -34,24 +31,6 @@ struct Guard {
 class CallMarkerGuard : public testing::TestWithParam<Guard> {};
 
 } // namespace
-
-void* operator new(std::size_t size)
-{
-    ++allocations;
-    if (void* const memory = std::malloc(size))
-        return memory;
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t /*size*/) noexcept
-{
-    std::free(memory);
-}
 
 static_assert(!std::is_copy_constructible_v<CallMarker>);
 
@@ -95,19 +74,6 @@ TEST(CallMarker, RegistersNoThreadWhileTheTracerIsInactive)
     tracer->PrintAllObjectsCount();
 
     EXPECT_EQ(tracer.lines(), "");
-}
-
-TEST(CallMarker, AllocatesNothingWithoutTracing)
-{
-    const int before = allocations;
-    {
-        const CallMarker function("function");
-        const CallMarker method("A::method", &function);
-        const CallMarker constructor("A", "A::constructor", true, &function);
-        TAV_TRACE(method, TraceMsgType::E, "%s", "text");
-    }
-
-    EXPECT_EQ(allocations, before);
 }
 
 TEST(CallMarker, TracesOnlyThePublishedTracer)

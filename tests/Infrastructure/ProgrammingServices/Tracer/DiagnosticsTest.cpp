@@ -1,7 +1,9 @@
 #include "Diagnostics.h"
 
 #include "CallMarker.h"
+#include "Logger.h"
 #include "PublishedTracer.h"
+#include "TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -16,6 +18,38 @@ TEST(Diagnostics, DrainWritesThePendingTraceLines)
 
     EXPECT_EQ(tracer.lines(), "[<id>][test           ]f\n");
     EXPECT_TRUE(tracer->isActive());
+}
+
+TEST(Diagnostics, DrainWritesThePendingLogLines)
+{
+    const TemporaryFolder folder;
+    Logger logger;
+    logger.SetFileName(folder.file("log"));
+    Logger::SetInstance(&logger);
+    logger.PrintString("pending\n");
+
+    Diagnostics::drain();
+
+    EXPECT_EQ(folder.read("log_0.txt"), "pending\n");
+}
+
+TEST(Diagnostics, DrainWritesTheLogAlsoWhenTheTraceCannotBeOpened)
+{
+    PublishedTracer tracer;
+    tracer->SetFileName(tracer.folder().file("missing/trace"));
+    tracer->setSynchronous(false);
+    tracer->PrintString("waiting\n");
+    Logger logger;
+    logger.SetFileName(tracer.folder().file("log"));
+    Logger::SetInstance(&logger);
+    logger.PrintString("pending\n");
+
+    testing::internal::CaptureStderr();
+    Diagnostics::drain();
+
+    EXPECT_NE(testing::internal::GetCapturedStderr(), "");
+    EXPECT_FALSE(tracer->areAllMsgFlushed());
+    EXPECT_EQ(tracer.folder().read("log_0.txt"), "pending\n");
 }
 
 TEST(Diagnostics, DrainWithoutTracerAndLoggerDoesNothing)

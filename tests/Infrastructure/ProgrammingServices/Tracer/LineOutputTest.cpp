@@ -2,6 +2,7 @@
 
 #include "CrashReport.h"
 #include "FileSystemManagement.h"
+#include "JoinedOutputs.h"
 #include "TemporaryFolder.h"
 
 #include <ctime>
@@ -171,7 +172,7 @@ TEST_F(LineOutputDeathTest, EndsTheProcessWhenNoFileNameWasSet)
 {
     EXPECT_EXIT(
         {
-            dup2(STDERR_FILENO, STDOUT_FILENO);
+            joinOutputs();
             m_output.requireFileName("please name a file");
         },
         testing::ExitedWithCode(1), testing::Eq("please name a file\n"));

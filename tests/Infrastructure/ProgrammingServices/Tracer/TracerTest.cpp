@@ -2,6 +2,7 @@
 
 #include "CallMarker.h"
 #include "CrashReport.h"
+#include "JoinedOutputs.h"
 #include "PublishedTracer.h"
 
 #include <csignal>
@@ -203,7 +204,7 @@ TEST_F(TracerDeathTest, InitializingWithoutFileNameEndsTheProcess)
 {
     EXPECT_EXIT(
         {
-            dup2(STDERR_FILENO, STDOUT_FILENO);
+            joinOutputs();
             m_tracer.Initialize();
         },
         testing::ExitedWithCode(1),

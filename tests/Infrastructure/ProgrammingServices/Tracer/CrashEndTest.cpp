@@ -1,0 +1,231 @@
+#include "CallMarker.h"
+#include "Contract.h"
+#include "CrashReport.h"
+#include "KFThread.h"
+#include "Logger.h"
+#include "PublishedTracer.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <string>
+#include <thread>
+#include <utility>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+/// Does what the test wants when it is told of a report.
+class ActingListener : public KFExceptionListener {
+public:
+    explicit ActingListener(std::function<void()> action) : m_action(std::move(action)) {}
+    void onReport(const std::string& /*message*/) override { m_action(); }
+
+private:
+    std::function<void()> m_action;
+};
+
+class CrashEnd : public testing::Test {
+protected:
+    /// A report during which the listener does something, then tells the standard error.
+    void reportAnd(const std::function<void()>& action)
+    {
+        ActingListener acting(action);
+        KFExceptionHandler::GetInstance()->addListener(acting);
+        CrashReport::printOnStandardError();
+        raise(SIGTERM);
+    }
+};
+
+int linesBeforeTheCrash = 0;
+
+void waitForEver()
+{
+    while (true)
+        pause();
+}
+
+void closeReaderOfStandardOutput()
+{
+    int ends[2] = {};
+    ASSERT_EQ(pipe(ends), 0);
+    dup2(ends[1], STDOUT_FILENO);
+    close(ends[0]);
+    close(ends[1]);
+}
+
+/// Violates on another thread, while this one holds the tracer's mutex for ever.
+void violateWhileTheTracerIsHeld(Tracer& tracer)
+{
+    tracer.getMutex().acquire();
+    std::thread([] { Contract::require(false, "x", "F", 12); }).join();
+}
+
+} // namespace
+
+extern "C" {
+// NOLINTBEGIN(bugprone-reserved-identifier): the names that the linker's --wrap gives
+int __real_fputs(const char* text, std::FILE* stream);
+
+int __wrap_fputs(const char* text, std::FILE* stream)
+{
+    if (linesBeforeTheCrash > 0 && --linesBeforeTheCrash == 0)
+        raise(SIGTERM);
+    return __real_fputs(text, stream);
+}
+// NOLINTEND(bugprone-reserved-identifier)
+}
+
+TEST_F(CrashEnd, TellsTheListenersInTheOrderTheyWereAdded)
+{
+    ActingListener first([] { write(STDERR_FILENO, "1", 1); });
+    ActingListener second([] { write(STDERR_FILENO, "2", 1); });
+    ActingListener third([] { write(STDERR_FILENO, "3", 1); });
+
+    EXPECT_EXIT(
+        {
+            KFExceptionHandler::GetInstance()->addListener(first);
+            KFExceptionHandler::GetInstance()->addListener(second);
+            KFExceptionHandler::GetInstance()->addListener(third);
+            raise(SIGTERM);
+        },
+        testing::ExitedWithCode(0), testing::Eq("123"));
+}
+
+TEST_F(CrashEnd, SameSignalDuringTheReportEndsTheProcessAtOnce)
+{
+    EXPECT_EXIT(reportAnd([] { raise(SIGTERM); }), testing::ExitedWithCode(0), testing::Eq(""));
+}
+
+TEST_F(CrashEnd, OtherSignalDuringTheReportEndsTheProcessAtOnce)
+{
+    EXPECT_EXIT(reportAnd([] { raise(SIGHUP); }), testing::ExitedWithCode(0), testing::Eq(""));
+}
+
+TEST_F(CrashEnd, ViolationDuringTheReportEndsTheProcessAtOnce)
+{
+    EXPECT_EXIT(
+        reportAnd([] { Contract::require(false, "x", "F", 1); }), testing::ExitedWithCode(0),
+        testing::Eq(""));
+}
+
+TEST_F(CrashEnd, SignalOnAnotherThreadDuringTheReportEndsTheProcessAtOnce)
+{
+    EXPECT_EXIT(
+        reportAnd([] { std::thread([] { raise(SIGTERM); }).join(); }), testing::ExitedWithCode(0),
+        testing::Eq(""));
+}
+
+TEST_F(CrashEnd, ReportThatDoesNotEndIsCutOff)
+{
+    EXPECT_EXIT(reportAnd(waitForEver), testing::ExitedWithCode(0), testing::Eq(""));
+}
+
+TEST_F(CrashEnd, ReportIsCutOffAlsoWhenTheAlarmWasBlocked)
+{
+    EXPECT_EXIT(
+        {
+            sigset_t all{};
+            sigfillset(&all);
+            sigdelset(&all, SIGTERM);
+            pthread_sigmask(SIG_BLOCK, &all, nullptr);
+            reportAnd(waitForEver);
+        },
+        testing::ExitedWithCode(0), testing::Eq(""));
+}
+
+TEST_F(CrashEnd, EndOfTheProcessThatDoesNotEndIsCutOff)
+{
+    EXPECT_EXIT(
+        {
+            std::atexit(waitForEver);
+            CrashReport::printOnStandardError();
+            raise(SIGTERM);
+        },
+        testing::ExitedWithCode(0), testing::Eq("SIGNAL_SOTWARE_TERMINATION\n"));
+}
+
+TEST_F(CrashEnd, ReportThatCannotHaveTheTracerIsCutOff)
+{
+    PublishedTracer tracer;
+
+    EXPECT_EXIT(
+        {
+            KFExceptionHandler::GetInstance();
+            violateWhileTheTracerIsHeld(*tracer.operator->());
+        },
+        testing::ExitedWithCode(0), testing::Eq(""));
+}
+
+TEST_F(CrashEnd, WritesThePendingTraceAndLogLines)
+{
+    PublishedTracer tracer;
+    tracer->setSynchronous(false);
+    Logger logger;
+    logger.SetFileName(tracer.folder().file("log"));
+    Logger::SetInstance(&logger);
+
+    EXPECT_EXIT(
+        {
+            tracer->PrintString("pending trace\n");
+            logger.PrintString("pending log\n");
+            Contract::require(false, "x", "F", 12);
+        },
+        testing::ExitedWithCode(0), "");
+
+    EXPECT_EQ(tracer.lines().substr(0, 14), "pending trace\n");
+    EXPECT_NE(tracer.lines().find("REQUIRE VIOLATION : x"), std::string::npos);
+    EXPECT_EQ(tracer.folder().read("log_0.txt"), "pending log\n");
+}
+
+TEST_F(CrashEnd, GivesUpLinesWhoseFileCannotBeOpened)
+{
+    PublishedTracer tracer;
+    tracer->setSynchronous(false);
+    ASSERT_EQ(mkdir(tracer.folder().file("trace_0.txt").c_str(), 0700), 0);
+
+    EXPECT_EXIT(
+        Contract::require(false, "x", "F", 12), testing::ExitedWithCode(0),
+        testing::Eq("Tracer : can't open " + tracer.folder().file("trace_0.txt") + "\n"));
+}
+
+TEST_F(CrashEnd, GoesOnInTheFileOfThePassThatTheCrashInterrupted)
+{
+    PublishedTracer tracer;
+    tracer->setSynchronous(false);
+    std::string pending;
+    for (int number = 0; number < 1000; ++number) {
+        const std::string line = "pending line " + std::to_string(number) + "\n";
+        tracer->PrintString(line);
+        pending += line;
+    }
+
+    EXPECT_EXIT(
+        {
+            KFExceptionHandler::GetInstance();
+            linesBeforeTheCrash = 500;
+            tracer->WriteOnFile();
+        },
+        testing::ExitedWithCode(0), "");
+
+    const std::string lines = tracer.lines();
+    EXPECT_EQ(lines.substr(0, pending.size()), pending);
+    EXPECT_NE(lines.find("SIGNAL_SOTWARE_TERMINATION\n"), std::string::npos);
+}
+
+TEST_F(CrashEnd, ReportsAlsoWhenNobodyReadsTheConsole)
+{
+    PublishedTracer tracer;
+    tracer->SetFileName("console");
+
+    EXPECT_EXIT(
+        {
+            closeReaderOfStandardOutput();
+            reportAnd([] {});
+        },
+        testing::ExitedWithCode(0), testing::Eq("SIGNAL_SOTWARE_TERMINATION\n"));
+}
