@@ -35,7 +35,7 @@ void logQueuedLine(benchmark::State& state)
 {
     PublishedLog log;
     int line = 0;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         TAV_LOG(LoggerMsgType::LEVEL_0, "%s %d", "network", ++line);
         if (line % c_linesOfAPass == 0)
             log->WriteOnFile();
@@ -48,7 +48,7 @@ void printBufferedLine(benchmark::State& state)
     const TemporaryFolder folder;
     std::FILE* const file = std::fopen(folder.file("log.txt").c_str(), "a");
     int line = 0;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         std::fprintf(file, "[LEVEL_0] %s %d\n", "network", ++line);
         if (line % c_linesOfAPass == 0)
             std::fflush(file);
@@ -62,7 +62,7 @@ void logLineAtOnce(benchmark::State& state)
     PublishedLog log;
     log->setSynchronous(true);
     int line = 0;
-    for (auto _ : state)
+    while (state.KeepRunning())
         TAV_LOG(LoggerMsgType::LEVEL_0, "%s %d", "network", ++line);
 }
 BENCHMARK(logLineAtOnce);
@@ -72,7 +72,7 @@ void printLineToReopenedFile(benchmark::State& state)
     const TemporaryFolder folder;
     const std::string name = folder.file("log.txt");
     int line = 0;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         std::FILE* const file = std::fopen(name.c_str(), "a");
         std::fprintf(file, "[LEVEL_0] %s %d\n", "network", ++line);
         std::fclose(file);
@@ -84,7 +84,7 @@ void skipLineOfALevelThatIsOff(benchmark::State& state)
 {
     const PublishedLog log;
     int line = 0;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         TAV_LOG(LoggerMsgType::DEBUG, "%s %d", "network", ++line);
         benchmark::ClobberMemory();
     }
