@@ -2,6 +2,7 @@
 
 #include "PatternFileFinder.h"
 #include "TemporaryFolder.h"
+#include "VirtualSlot.h"
 
 #include <type_traits>
 #include <vector>
@@ -56,7 +57,21 @@ protected:
 static_assert(std::is_base_of_v<FileFinder, PatternFileFinder>);
 static_assert(std::has_virtual_destructor_v<FileFinder>);
 
+// A member that is not overridden has the type of its base's.
+using Find = bool (PatternFileFinder::*)(std::string&);
+static_assert(std::is_same_v<Find, decltype(&PatternFileFinder::findFirstFile)>);
+static_assert(std::is_same_v<Find, decltype(&PatternFileFinder::findNextFile)>);
+
 } // namespace
+
+// The slots behind the destructor's two.
+TEST(FinderSlots, HoldFirstThenNext)
+{
+    EXPECT_EQ(virtualSlot(&FileFinder::findFirstFile), 2);
+    EXPECT_EQ(virtualSlot(&FileFinder::findNextFile), 3);
+    EXPECT_EQ(virtualSlot(&PatternFileFinder::findFirstFile), 2);
+    EXPECT_EQ(virtualSlot(&PatternFileFinder::findNextFile), 3);
+}
 
 TEST_F(Finders, FindEntriesOfAllLevelsAsRelativePaths)
 {

@@ -1,14 +1,18 @@
 #include "IDCardReader.h"
 
+#include "PublishedTracer.h"
 #include "TemporaryFolder.h"
 
 #include <clocale>
 #include <string>
+#include <type_traits>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+static_assert(std::has_virtual_destructor_v<IDCardReader>);
 
 namespace {
 
@@ -218,6 +222,7 @@ namespace {
 
 struct Accessor {
     std::string (IDCardReader::*get)() const;
+    std::string name;
     std::string key;
 };
 
@@ -240,15 +245,59 @@ TEST_P(IDCardAccessor, ReturnsTheValueOfItsKeyAlone)
 INSTANTIATE_TEST_SUITE_P(
     Table, IDCardAccessor,
     testing::Values(
-        Accessor{&IDCardReader::getFleetID, "FLEET_ID"},
-        Accessor{&IDCardReader::getCustomerID, "CUSTOMER_ID"},
-        Accessor{&IDCardReader::getGenerationVersion, "GENERATION_VERSION"},
-        Accessor{&IDCardReader::getTAVAdministrationTool, "IT_MANAGER"},
-        Accessor{&IDCardReader::getBUName, "BU_NAME"},
-        Accessor{&IDCardReader::getReferenceVersion, "REFERENCE_VERSION"},
-        Accessor{&IDCardReader::getProductName, "PRODUCT_NAME"},
-        Accessor{&IDCardReader::getBuildTarget, "BUILD_TARGET"},
-        Accessor{&IDCardReader::getCommercialVersion, "COMMERCIAL_VERSION"},
-        Accessor{&IDCardReader::getProductVersion, "PRODUCT_VERSION"},
-        Accessor{&IDCardReader::getUpgradeCode, "UPGRADE_CODE"}),
+        Accessor{&IDCardReader::getFleetID, "getFleetID", "FLEET_ID"},
+        Accessor{&IDCardReader::getCustomerID, "getCustomerID", "CUSTOMER_ID"},
+        Accessor{&IDCardReader::getGenerationVersion, "getGenerationVersion", "GENERATION_VERSION"},
+        Accessor{&IDCardReader::getTAVAdministrationTool, "getTAVAdministrationTool", "IT_MANAGER"},
+        Accessor{&IDCardReader::getBUName, "getBUName", "BU_NAME"},
+        Accessor{&IDCardReader::getReferenceVersion, "getReferenceVersion", "REFERENCE_VERSION"},
+        Accessor{&IDCardReader::getProductName, "getProductName", "PRODUCT_NAME"},
+        Accessor{&IDCardReader::getBuildTarget, "getBuildTarget", "BUILD_TARGET"},
+        Accessor{&IDCardReader::getCommercialVersion, "getCommercialVersion", "COMMERCIAL_VERSION"},
+        Accessor{&IDCardReader::getProductVersion, "getProductVersion", "PRODUCT_VERSION"},
+        Accessor{&IDCardReader::getUpgradeCode, "getUpgradeCode", "UPGRADE_CODE"}),
     [](const testing::TestParamInfo<Accessor>& row) { return row.param.key; });
+
+TEST_P(IDCardAccessor, IsMarkedWithItsName)
+{
+    const IDCardReader reader("/");
+    const PublishedTracer tracer;
+
+    (reader.*GetParam().get)();
+
+    EXPECT_EQ(
+        tracer.lines(), "[<id>][test           ]IDCardReader::" + GetParam().name +
+                            "\n"
+                            "[<id>][test           ]  IDCardReader::getParam\n");
+}
+
+TEST(IDCardReader, MarksItsConstructorAndDestructorAndIsCountedBetweenThem)
+{
+    PublishedTracer tracer;
+    {
+        const IDCardReader reader("/");
+        tracer->PrintAllObjectsCount();
+    }
+    tracer->PrintAllObjectsCount();
+
+    const std::string lines = tracer.lines();
+    EXPECT_THAT(lines, testing::StartsWith("[<id>][test           ]IDCardReader::constructor\n"));
+    EXPECT_THAT(lines, testing::HasSubstr("[<id>][test           ]IDCardReader::destructor\n"));
+    const std::string counted = "Class = IDCardReader                  , count = ";
+    EXPECT_THAT(lines, testing::HasSubstr(counted + "000001\n"));
+    EXPECT_THAT(lines, testing::HasSubstr(counted + "000000\n"));
+}
+
+TEST_F(IDCard, MarksTheReadingWithItsSignature)
+{
+    writeCard("A=1\n");
+    const PublishedTracer tracer;
+
+    m_reader.readIDCard();
+    m_reader.getIDCardParams();
+
+    EXPECT_EQ(
+        tracer.lines(), "[<id>][test           ]bool IDCardReader::readIDCard()\n"
+                        "[<id>][test           ]  IDCardReader::storeEntry\n"
+                        "[<id>][test           ]IDCardReader::getIDCardParams\n");
+}

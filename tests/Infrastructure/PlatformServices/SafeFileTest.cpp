@@ -1,11 +1,12 @@
 #include "SafeFile.h"
 
-#include "ForkedChild.h"
+#include "FileModeMask.h"
+#include "FullDisk.h"
+#include "OrdinaryUser.h"
 #include "TemporaryFolder.h"
 
 #include <array>
 #include <atomic>
-#include <csignal>
 #include <cstring>
 #include <functional>
 #include <string>
@@ -15,7 +16,6 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -45,19 +45,6 @@ std::vector<std::string> namesIn(const std::string& folder)
         names.push_back(entry.path().filename());
     return names;
 }
-
-/// The process's file mode mask for one scope.
-class FileModeMask {
-public:
-    explicit FileModeMask(mode_t mask) : m_former(umask(mask)) {}
-    ~FileModeMask() { umask(m_former); }
-
-    FileModeMask(const FileModeMask&) = delete;
-    FileModeMask& operator=(const FileModeMask&) = delete;
-
-private:
-    mode_t m_former;
-};
 
 void makeSocket(const std::string& path)
 {
@@ -105,8 +92,8 @@ TEST(SafeFile, ReadsNothingThatMayNotBeRead)
     chmod(folder.path().c_str(), 0755);
     chmod(folder.file("file").c_str(), 0);
 
-    EXPECT_TRUE(ForkedChild::runAsOrdinaryUser(
-        [&] { return SafeFile::read(folder.file("file")) == std::nullopt; }));
+    EXPECT_TRUE(
+        asOrdinaryUser([&] { return SafeFile::read(folder.file("file")) == std::nullopt; }));
 }
 
 TEST(SafeFile, ReadsThroughALinkOnlyWhenAsked)
@@ -161,7 +148,7 @@ TEST(SafeFile, TakesAPathRelativeToTheCurrentFolder)
     const TemporaryFolder folder;
     folder.write("old", "old");
 
-    EXPECT_TRUE(ForkedChild::run([&] {
+    EXPECT_TRUE(inChildProcess([&] {
         return chdir(folder.path().c_str()) == 0 &&
                SafeFile::replace("new", "content", Backup::none).empty() &&
                SafeFile::replace("./old", "content", Backup::keep).empty() &&
@@ -400,7 +387,7 @@ protected:
     /// Whether an ordinary user who replaces the content is told so.
     bool replacingTells(const std::string& report) const
     {
-        return ForkedChild::runAsOrdinaryUser([&] {
+        return asOrdinaryUser([&] {
             return SafeFile::replace(m_folder.file("file"), "new", Backup::keep) == report;
         });
     }
@@ -462,27 +449,15 @@ TEST_F(ClosedFolder, TakesNoNewFile)
     EXPECT_THAT(namesIn(m_folder.path()), testing::IsEmpty());
 }
 
-namespace {
-
-// A file may grow to so many bytes and no further, as on a disk that is full.
-bool limitFileSize(rlim_t bytes)
-{
-    const rlimit limit{bytes, bytes};
-    return std::signal(SIGXFSZ, SIG_IGN) != SIG_ERR && setrlimit(RLIMIT_FSIZE, &limit) == 0;
-}
-
-} // namespace
-
 TEST(SafeFile, KeepsTheOldContentWhenTheNewDoesNotFit)
 {
     const TemporaryFolder folder;
     folder.write("file", "old");
     folder.write("file.bak", "older");
 
-    EXPECT_TRUE(ForkedChild::run([&] {
-        return limitFileSize(1000) &&
-               SafeFile::replace(folder.file("file"), std::string(1001, 'x'), Backup::keep) ==
-                   "writing the file: File too large";
+    EXPECT_TRUE(onFullDisk(1000, [&] {
+        return SafeFile::replace(folder.file("file"), std::string(1001, 'x'), Backup::keep) ==
+               "writing the file: File too large";
     }));
 
     EXPECT_EQ(folder.read("file"), "old");
@@ -494,10 +469,11 @@ TEST_F(ClosedFolder, HasTheOldContentPutBackWhenTheNewDoesNotFit)
 {
     seal(0555, 0666);
 
-    EXPECT_TRUE(ForkedChild::runAsOrdinaryUser([&] {
-        return limitFileSize(1000) &&
-               SafeFile::replace(m_folder.file("file"), std::string(1001, 'x'), Backup::none) ==
+    EXPECT_TRUE(asOrdinaryUser([&] {
+        return onFullDisk(1000, [&] {
+            return SafeFile::replace(m_folder.file("file"), std::string(1001, 'x'), Backup::none) ==
                    "writing the file: File too large";
+        });
     }));
 
     EXPECT_EQ(m_folder.read("file"), "the old content");
