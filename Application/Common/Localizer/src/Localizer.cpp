@@ -51,7 +51,7 @@ void Localizer::initialize(std::string fileName)
     if (!m_fileName.empty())
         throw KFLocalizerAlreadyInitializedException(unit, 175);
 
-    const std::optional<std::string> content = SafeFile::read(fileName);
+    const std::optional<std::string> content = SafeFile::read(fileName, SafeFile::Links::follow);
     if (!content)
         throw KFLocalizerFileNotFoundException(unit, 170);
 

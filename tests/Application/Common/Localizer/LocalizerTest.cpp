@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 using Alerts = std::vector<RecordingAlertPresenter::Alert>;
 
@@ -96,6 +97,16 @@ TEST_F(LocalizerTest, FifoIsNotFoundAndDoesNotHang)
     ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
 
     expectFailure<KFLocalizerFileNotFoundException>(fifo, 170);
+}
+
+TEST_F(LocalizerTest, LinkLeadsToItsFile)
+{
+    const std::string link = m_folder.file("link.cfg");
+    ASSERT_EQ(symlink(write("KEY=text\n").c_str(), link.c_str()), 0);
+
+    localizer()->initialize(link);
+
+    EXPECT_EQ(localizer()->getLocalizedString("KEY"), "text");
 }
 
 TEST_F(LocalizerTest, OtherEncodingIsAFormatErrorAndNotAMissingFile)
