@@ -1,0 +1,52 @@
+#include "TavConfigurationApplication.h"
+
+#include "CallMarker.h"
+#include "KFException.h"
+#include "KFExceptionHandler.h"
+#include "OSManagement.h"
+
+#include <QIcon>
+#include <QLibraryInfo>
+
+namespace {
+
+QIcon applicationIcon()
+{
+    const CallMarker marker("applicationIcon");
+    QIcon icon;
+    for (const int size : {16, 32, 48, 64, 128, 256})
+        icon.addFile(QStringLiteral(":/icons/TavConfiguration-%1.png").arg(size));
+    return icon;
+}
+
+} // namespace
+
+TavConfigurationApplication::TavConfigurationApplication(int& argc, char** argv)
+    : QApplication(argc, argv)
+{
+    const CallMarker marker(
+        "TavConfigurationApplication", "TavConfigurationApplication::constructor", true, this);
+    Q_INIT_RESOURCE(TavConfiguration);
+    setApplicationName(QStringLiteral("TavConfiguration"));
+    setDesktopFileName(QStringLiteral("TavConfiguration"));
+    setWindowIcon(applicationIcon());
+    const QString texts = QString::fromStdString("qtbase_" + OSManagement::getUserUILanguage());
+    if (m_toolkitTexts.load(texts, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        installTranslator(&m_toolkitTexts);
+}
+
+TavConfigurationApplication::~TavConfigurationApplication()
+{
+    const CallMarker marker(
+        "TavConfigurationApplication", "TavConfigurationApplication::destructor", false, this);
+}
+
+bool TavConfigurationApplication::notify(QObject* receiver, QEvent* event) noexcept
+try {
+    return QApplication::notify(receiver, event);
+} catch (const KFException& exception) {
+    KFExceptionHandler::GetInstance()->throwException(
+        0, "INTERNAL ERROR", exception.toString().c_str(), exception.getFileName().c_str(),
+        exception.getLine());
+    return false;
+}

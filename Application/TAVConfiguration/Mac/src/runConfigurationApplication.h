@@ -1,0 +1,6 @@
+#pragma once
+
+/// Shows the configuration window and runs the application loop until the window is done with:
+/// returns the loop's result. The localizer must have its texts by then. The arguments are those of
+/// main; the toolkit takes its own out of them.
+int runConfigurationApplication(int& argc, char** argv);
