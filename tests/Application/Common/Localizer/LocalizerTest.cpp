@@ -5,6 +5,7 @@
 #include "KFLocalizerFileNotCorrectlyFormattedException.h"
 #include "KFLocalizerFileNotFoundException.h"
 #include "KFLocalizerNotInitializedException.h"
+#include "PublishedTracer.h"
 #include "RecordingAlertPresenter.h"
 #include "TemporaryFolder.h"
 
@@ -280,4 +281,27 @@ TEST_F(LocalizerTest, NullKeyEndsTheProcessWithAReport)
         localizer()->getLocalizedString(nullptr),
         "REQUIRE VIOLATION : key != NULL - In File : "
         "Application/Common/Localizer/src/Mac/Localizer - At Line : 184");
+}
+
+TEST_F(LocalizerTest, NullKeyEndsTheProcessWithParametersToo)
+{
+    EXPECT_CRASH_REPORT(
+        localizer()->getLocalizedString(nullptr, {}),
+        "REQUIRE VIOLATION : key != NULL - In File : "
+        "Application/Common/Localizer/src/Mac/Localizer - At Line : 184");
+}
+
+TEST_F(LocalizerTest, CallsAreTracedUnderTheirNames)
+{
+    const std::string path = write("KEY=text\n");
+    const PublishedTracer tracer;
+
+    Localizer::getInstance()->initialize(path);
+    Localizer::getInstance()->getLocalizedString("KEY");
+
+    const std::string lines = tracer.lines();
+    EXPECT_NE(lines.find("Localizer::getInstance\n"), std::string::npos) << lines;
+    EXPECT_NE(lines.find("void Localizer::initialize(std::string)\n"), std::string::npos);
+    EXPECT_NE(
+        lines.find("NSString* Localizer::getLocalizedString(NSString*)\n"), std::string::npos);
 }
