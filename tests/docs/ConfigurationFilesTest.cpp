@@ -1,3 +1,4 @@
+#include "FileContent.h"
 #include "IDCardReader.h"
 #include "Localizer.h"
 #include "Logger.h"
@@ -7,8 +8,6 @@
 #include "Tracer.h"
 #include "TracerParser.h"
 
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -20,8 +19,7 @@ namespace {
 
 std::string document()
 {
-    std::ifstream in(TAV_DOCUMENT);
-    return {std::istreambuf_iterator<char>(in), {}};
+    return contentOf(TAV_DOCUMENT);
 }
 
 /// The document's examples of one file: the blocks behind a line "```<file>".

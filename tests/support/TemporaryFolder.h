@@ -1,9 +1,10 @@
 #pragma once
 
+#include "FileContent.h"
+
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -38,11 +39,7 @@ public:
     }
 
     /// The bytes of a file inside the folder; empty when there is none.
-    std::string read(std::string_view name) const
-    {
-        std::ifstream in(file(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
+    std::string read(std::string_view name) const { return contentOf(file(name)); }
 
 private:
     std::string m_path;

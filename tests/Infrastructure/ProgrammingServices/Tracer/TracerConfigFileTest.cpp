@@ -1,4 +1,5 @@
 #include "CrashReport.h"
+#include "FileContent.h"
 #include "JoinedOutputs.h"
 #include "KFThread.h"
 #include "TemporaryFolder.h"
@@ -159,8 +160,7 @@ TEST_F(TracerConfigFile, IsDeliveredSwitchedOff)
 
 TEST_F(TracerConfigFile, IsDeliveredSoThatOneCharacterSwitchesItOn)
 {
-    std::ifstream in(TAV_RESOURCES "/tracer.cfg");
-    std::string content(std::istreambuf_iterator<char>(in), {});
+    std::string content = contentOf(TAV_RESOURCES "/tracer.cfg");
     const std::size_t position = content.find("\n#TRACE_ON\n");
     ASSERT_NE(position, std::string::npos);
 
