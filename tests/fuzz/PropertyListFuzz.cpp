@@ -18,12 +18,17 @@ Dictionary dictionaryFrom(const std::string& text)
     return dictionary;
 }
 
-bool hasOneEndTag(const std::string& line)
+/// Nothing is escaped: of a key or text that holds "</" only what stands before is read back.
+bool isRepresentable(const DictionaryEntries::Entry& entry)
 {
-    return line.find("</") == line.rfind("</");
+    const auto hasOneEndTag = [](const std::string& line) {
+        return line.find("</") == line.rfind("</");
+    };
+    const bool isLeaf = DictionaryEntries::dictionaryIn(entry) == nullptr;
+    return hasOneEndTag(entry.first + "</key>") &&
+           (!isLeaf || hasOneEndTag(entry.second->marshall("")));
 }
 
-/// Nothing is escaped: of a key or text that holds "</" only what stands before is read back.
 bool isRepresentable(const Dictionary& dictionary)
 {
     DictionaryCursor cursor;
@@ -32,12 +37,10 @@ bool isRepresentable(const Dictionary& dictionary)
         const DictionaryEntries::Entry* const entry = cursor.next();
         if (entry == nullptr)
             cursor.leave();
-        else if (!hasOneEndTag(entry->first + "</key>"))
+        else if (!isRepresentable(*entry))
             return false;
         else if (const Dictionary* const child = DictionaryEntries::dictionaryIn(*entry))
             cursor.enter(*child);
-        else if (!hasOneEndTag(entry->second->marshall("")))
-            return false;
     }
     return true;
 }

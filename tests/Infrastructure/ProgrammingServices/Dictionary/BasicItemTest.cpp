@@ -63,11 +63,13 @@ TEST(BasicItem, HoldsNoOtherItems)
 
 TEST(BasicItem, CopiesNameAndValue)
 {
-    const BasicItem original("key", "text");
+    BasicItem original("key", "text");
 
     const BasicItem copy(original);
     BasicItem assigned("other", "value");
     assigned = original;
+    original.setValue("changed");
+    original.setName("changed");
 
     EXPECT_EQ(copy.getName(), "key");
     EXPECT_STREQ(copy.getValue(), "text");

@@ -2,6 +2,7 @@
 #include "Dictionary.h"
 #include "DictionaryDescription.h"
 #include "PropertyListWriter.h"
+#include "PublishedLogger.h"
 #include "SmallStack.h"
 #include "TemporaryFolder.h"
 
@@ -11,6 +12,7 @@
 #include <stdexcept>
 #include <string>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 // A tree of one million nested dictionaries, on a stack that a recursion of even ten thousand calls
@@ -167,11 +169,16 @@ TEST(DeepTree, LeavesTheFileAsItWas)
     runOnSmallStack([] {
         const TemporaryFolder folder;
         const std::string path = folder.write("file", "old");
+        const PublishedLogger log;
         Dictionary tree;
         readNested(tree);
 
         EXPECT_NO_THROW(tree.saveToFile(path));
 
+        EXPECT_THAT(
+            log.lines(), testing::HasSubstr(
+                             "Saving the dictionary to " + path +
+                             " failed: the dictionaries are nested too deep\n"));
         EXPECT_EQ(folder.read("file"), "old");
         EXPECT_FALSE(std::filesystem::exists(path + ".bak"));
     });

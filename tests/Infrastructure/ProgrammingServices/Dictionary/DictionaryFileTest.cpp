@@ -2,10 +2,9 @@
 #include "Dictionary.h"
 #include "KFDictionaryFileException.h"
 #include "KFDictionaryParsingException.h"
-#include "Logger.h"
+#include "PublishedLogger.h"
 #include "TemporaryFolder.h"
 
-#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <type_traits>
@@ -129,18 +128,13 @@ TEST_F(DictionaryFile, IsNotWrittenOverAFolder)
 
 TEST_F(DictionaryFile, ThatCannotBeWrittenIsToldToTheLog)
 {
-    Logger logger;
-    Logger::SetInstance(&logger);
-    logger.setSynchronous(true);
-    logger.SetFileName(m_folder.file("log"));
-    logger.addLevels(static_cast<std::uint32_t>(LoggerMsgType::ERROR));
-    logger.setActive(true);
+    const PublishedLogger log;
     const std::string path = m_folder.file("missing/%s");
 
     sample().saveToFile(path);
 
     EXPECT_THAT(
-        m_folder.read("log_0.txt"),
+        log.lines(),
         MatchesRegex(".*Saving the dictionary to " + path + " failed: .*No such file.*\n"));
 }
 

@@ -71,11 +71,13 @@ TEST(IntBasicItem, HoldsNoOtherItems)
 
 TEST(IntBasicItem, CopiesNameAndValue)
 {
-    const IntBasicItem original("key", 12);
+    IntBasicItem original("key", 12);
 
     const IntBasicItem copy(original);
     IntBasicItem assigned("other", 1);
     assigned = original;
+    original.setValue(13);
+    original.setName("changed");
 
     EXPECT_EQ(copy.getName(), "key");
     EXPECT_EQ(valueOf(copy), 12);

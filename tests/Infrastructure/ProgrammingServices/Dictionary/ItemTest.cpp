@@ -13,7 +13,6 @@
 namespace {
 
 using testing::IsEmpty;
-using testing::ThrowsMessage;
 using testing::Values;
 
 static_assert(std::is_abstract_v<Item>);
@@ -87,11 +86,12 @@ TEST(Item, TakesItsNameFromTheConstructorOrLater)
 
 TEST(Item, CopiesItsName)
 {
-    const NamedItem original(std::string("original"));
+    NamedItem original(std::string("original"));
 
     const NamedItem copy(original);
     NamedItem assigned(std::string("other"));
     assigned = original;
+    original.setName("changed");
 
     EXPECT_EQ(copy.getName(), "original");
     EXPECT_EQ(assigned.getName(), "original");
