@@ -16,11 +16,13 @@ CompanyNetworkDefinition::CompanyNetworkDefinition(Dictionary* dict)
     CallMarker marker(
         "CompanyNetworkDefinition", "CompanyNetworkDefinition::constructor", true, this);
     Contract::assertThat(dict != nullptr, "dict != NULL", UNIT, 18);
-    m_dictionaryName = dict->getName();
-    m_companyName = DictionaryConfiguration::getDictionaryValue(*dict, COMPANY_NETWORK_NAME);
-    m_publicVPN = readSection<VPNConfiguration>(*dict, COMPANY_NETWORK_PUBLICVPN);
-    m_monitoring = readSection<MonitoringConfiguration>(*dict, COMPANY_NETWORK_MONITORING);
-    m_dedicatedAPN = readSection<DedicatedAPNConfiguration>(*dict, COMPANY_NETWORK_DEDICATEDAPN);
+    // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): null ended the process above
+    Dictionary& network = *dict;
+    m_dictionaryName = network.getName();
+    m_companyName = DictionaryConfiguration::getDictionaryValue(network, COMPANY_NETWORK_NAME);
+    m_publicVPN = readSection<VPNConfiguration>(network, COMPANY_NETWORK_PUBLICVPN);
+    m_monitoring = readSection<MonitoringConfiguration>(network, COMPANY_NETWORK_MONITORING);
+    m_dedicatedAPN = readSection<DedicatedAPNConfiguration>(network, COMPANY_NETWORK_DEDICATEDAPN);
 }
 
 CompanyNetworkDefinition::CompanyNetworkDefinition(const CompanyNetworkDefinition& other)
@@ -36,6 +38,7 @@ CompanyNetworkDefinition::CompanyNetworkDefinition(
     CallMarker marker(
         "CompanyNetworkDefinition", "CompanyNetworkDefinition::constructor", true, this);
     *this = other;
+    // NOLINTNEXTLINE(cppcoreguidelines-prefer-member-initializer): the copy sets it too
     m_dictionaryName = name;
 }
 
@@ -186,21 +189,21 @@ void CompanyNetworkDefinition::updateDedicatedApnPrivateVpn(
     const std::string& stopArgs)
 {
     CallMarker marker("CompanyNetworkDefinition::updateDedicatedApnPrivateVpn", this);
-    Contract::assertThat(m_dedicatedAPN != nullptr, "m_dedicatedAPN", UNIT, 189);
+    Contract::assertThat(m_dedicatedAPN != nullptr, "m_dedicatedAPN", UNIT, 192);
     m_dedicatedAPN->setPrivateVpn(activated, start, startArgs, stop, stopArgs);
 }
 
 void CompanyNetworkDefinition::setDedicatedAPNLogin(const std::string& login)
 {
     CallMarker marker("CompanyNetworkDefinition::setDedicatedAPNLogin", this);
-    Contract::assertThat(hasDedicatedAPN(), "hasDedicatedAPN()", UNIT, 196);
+    Contract::assertThat(hasDedicatedAPN(), "hasDedicatedAPN()", UNIT, 199);
     m_dedicatedAPN->setLogin(login);
 }
 
 void CompanyNetworkDefinition::setDedicatedAPNPassword(const std::string& password)
 {
     CallMarker marker("CompanyNetworkDefinition::setDedicatedAPNPassword", this);
-    Contract::assertThat(hasDedicatedAPN(), "hasDedicatedAPN()", UNIT, 203);
+    Contract::assertThat(hasDedicatedAPN(), "hasDedicatedAPN()", UNIT, 206);
     m_dedicatedAPN->setPassword(password);
 }
 

@@ -53,7 +53,9 @@ std::unique_ptr<Section> readSection(Dictionary& parent, const std::string& key)
     CallMarker marker("readSection");
     Item* const item = parent.getItem(key);
     Dictionary* const dictionary = item == nullptr ? nullptr : item->getAsDictionary();
-    return dictionary == nullptr ? nullptr : std::make_unique<Section>(dictionary);
+    if (dictionary == nullptr)
+        return nullptr;
+    return std::make_unique<Section>(dictionary);
 }
 
 /// A new copy of a section; none of none.
@@ -61,5 +63,7 @@ template<typename Section>
 std::unique_ptr<Section> copySection(const std::unique_ptr<Section>& section)
 {
     CallMarker marker("copySection");
-    return section == nullptr ? nullptr : std::make_unique<Section>(*section);
+    if (section == nullptr)
+        return nullptr;
+    return std::make_unique<Section>(*section);
 }

@@ -418,7 +418,7 @@ TEST_F(PlainDefinition, DeathTestPrivateVpnRequiresADedicatedApn)
         definition.updateDedicatedApnPrivateVpn(true, "a", "b", "c", "d"),
         "ASSERT VIOLATION : m_dedicatedAPN - In File : "
         "Application/Common/CompanyNetworkDefinition/src/CompanyNetworkDefinition - "
-        "At Line : 189");
+        "At Line : 192");
 }
 
 TEST_F(PlainDefinition, DeathTestLoginRequiresADedicatedApn)
@@ -427,7 +427,7 @@ TEST_F(PlainDefinition, DeathTestLoginRequiresADedicatedApn)
         definition.setDedicatedAPNLogin("login"),
         "ASSERT VIOLATION : hasDedicatedAPN() - In File : "
         "Application/Common/CompanyNetworkDefinition/src/CompanyNetworkDefinition - "
-        "At Line : 196");
+        "At Line : 199");
 }
 
 TEST_F(PlainDefinition, DeathTestPasswordRequiresADedicatedApn)
@@ -436,5 +436,5 @@ TEST_F(PlainDefinition, DeathTestPasswordRequiresADedicatedApn)
         definition.setDedicatedAPNPassword("password"),
         "ASSERT VIOLATION : hasDedicatedAPN() - In File : "
         "Application/Common/CompanyNetworkDefinition/src/CompanyNetworkDefinition - "
-        "At Line : 203");
+        "At Line : 206");
 }

@@ -4,6 +4,7 @@
 #include "PrivateDataFolders.h"
 #include "PublishedLogger.h"
 #include "PublishedTracer.h"
+#include "SmallStack.h"
 
 #include <filesystem>
 
@@ -365,6 +366,39 @@ TEST_F(CompanyNetworkFile, OfTheDefaultFolderIsWrittenWithTheFoldersThatAreMissi
         EXPECT_EQ(fs::status(folders.allUsers().file(made)).permissions(), fs::perms{0755}) << made;
     }
     EXPECT_EQ(CompanyNetworkConfiguration("").getCompanyNetworkNameList(), Names{"one"});
+}
+
+TEST_F(CompanyNetworkFile, OfADefaultFolderThatCannotBeMadeIsNotWritten)
+{
+    const ScopedEnvironment variable("TAV_COMMON_DATA_DIR", folder.write("file", "x"));
+    AppData::setGlobalScope("scope");
+    CompanyNetworkConfiguration configuration("");
+    configuration.addCompanyNetwork("one");
+
+    configuration.writeDefinition("");
+
+    EXPECT_EQ(folder.read("file"), "x");
+    EXPECT_TRUE(CompanyNetworkConfiguration("").empty());
+}
+
+TEST_F(CompanyNetworkFile, MayNestDictionariesDeeperThanAnyCallStack)
+{
+    constexpr int depth = 100000;
+    std::string nested = "<key>Company1</key>\n<dict>\n<key>PublicVPN</key>\n<dict>\n";
+    for (int level = 0; level < depth; ++level)
+        nested += "<key>d</key>\n<dict>\n";
+    folder.write(FILE_NAME, fileBegin + nested);
+    std::size_t networks = 0;
+
+    runOnSmallStack([&] {
+        CompanyNetworkConfiguration configuration(folder.path());
+        configuration.addCompanyNetwork(*configuration.getCompanyNetwork(""));
+        networks = configuration.getCompanyNetworkList().size();
+        configuration.writeDefinition(folder.path());
+    });
+
+    EXPECT_EQ(networks, 2U);
+    EXPECT_EQ(content(), fileBegin + nested) << "too deep to be written";
 }
 
 TEST_F(CompanyNetworkFile, MissingIsTracedAsNoFile)
