@@ -2,12 +2,17 @@
 
 #include "CallMarker.h"
 
+#include <utility>
+
 t_BinaryParamMap ParameterRecords::parse(std::string_view bytes)
 {
     CallMarker marker("ParameterRecords::parse");
     t_BinaryParamMap parameters;
-    while (const auto parameter = t_Param::unMarshall(bytes))
-        parameters.insert_or_assign(parameter->getName(), *parameter);
+    while (auto parameter = t_Param::unMarshall(bytes)) {
+        const std::string name = parameter->getName();
+        // The records are sorted, as a rule.
+        parameters.insert_or_assign(parameters.end(), name, std::move(*parameter));
+    }
     return parameters;
 }
 

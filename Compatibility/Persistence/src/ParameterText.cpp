@@ -15,7 +15,9 @@ ParameterText ParameterText::parse(std::string_view text)
         if (separator == std::string_view::npos)
             result.otherLines.emplace_back(line);
         else
-            result.parameters[std::string(line.substr(0, separator))] = line.substr(separator + 1);
+            result.parameters.insert_or_assign(
+                result.parameters.end(), // the lines are sorted, as a rule
+                std::string(line.substr(0, separator)), line.substr(separator + 1));
     }
     return result;
 }

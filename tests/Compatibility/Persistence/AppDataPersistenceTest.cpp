@@ -118,7 +118,7 @@ TEST_F(AppDataPersistenceTest, RefusesWhatCouldNotBeReadBack)
 
 TEST_F(AppDataPersistenceTest, EraseLeavesAnEmptyFile)
 {
-    store.writeParam("a", "1");
+    folders.user().write(FILE_NAME, "no parameter\na=1\n");
 
     store.eraseAllParams();
 
