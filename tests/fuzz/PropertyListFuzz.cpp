@@ -1,10 +1,9 @@
 #include "Dictionary.h"
 #include "DictionaryCursor.h"
+#include "Require.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <sstream>
 #include <string>
 
@@ -43,14 +42,6 @@ bool isRepresentable(const Dictionary& dictionary)
             cursor.enter(*child);
     }
     return true;
-}
-
-void require(bool holds, const char* what)
-{
-    if (holds)
-        return;
-    std::fprintf(stderr, "does not hold: %s\n", what);
-    std::abort();
 }
 
 } // namespace
