@@ -73,4 +73,4 @@ class Keyboard(Scenario):
 
 
 if __name__ == "__main__":
-    unittest.main(verbosity=2)
+    unittest.main(verbosity=2, warnings="ignore")

@@ -65,4 +65,4 @@ class OddFiles(Scenario):
 
 
 if __name__ == "__main__":
-    unittest.main(verbosity=2)
+    unittest.main(verbosity=2, warnings="ignore")

@@ -126,8 +126,8 @@ class SaveRoad(Scenario):
 
         self.assertEqual(window.alert(), window.texts["MSGOK_DLG_FILL_BOTH_COMMAND_LINE"])
         window.dismiss_alert()
-        self._assert_open_and_unsaved(window)
         self.assertEqual(window.start_command.text, "/usr/sbin/vpn")
+        self._assert_open_and_unsaved(window)
 
     def test_monitoring_without_an_address_is_refused_with_an_alert(self):
         self.store(network_file())
@@ -171,4 +171,4 @@ class SaveRoad(Scenario):
 
 
 if __name__ == "__main__":
-    unittest.main(verbosity=2)
+    unittest.main(verbosity=2, warnings="ignore")

@@ -5,6 +5,7 @@ One desktop a process: the accessibility library binds to the first session bus 
 """
 
 import os
+import pathlib
 import shutil
 import subprocess
 import tempfile
@@ -13,6 +14,7 @@ import time
 from gi.repository import GLib
 
 PATIENCE = 30.0  # seconds until a thing that must appear counts as missing
+BLANK_PICTURE = 2000  # bytes: more than an empty screen takes, less than any window
 
 
 def wait_for(condition, what):
@@ -54,11 +56,6 @@ class Desktop:
                 process.wait()
         shutil.rmtree(self.folder, ignore_errors=True)
 
-    @staticmethod
-    def _press(symbol):
-        atspi = _accessibility()
-        atspi.generate_keyboard_event(symbol, None, atspi.KeySynthType.SYM)
-
     def _start_display(self):
         read_end, write_end = os.pipe()
         self._processes.append(subprocess.Popen(
@@ -79,7 +76,8 @@ class Desktop:
             ["dbus-daemon", "--session", "--nofork", "--print-address=1"],
             stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
         self._processes.append(bus)
-        address = bus.stdout.readline().strip()
+        with bus.stdout:
+            address = bus.stdout.readline().strip()
         if not address:
             raise RuntimeError("the session bus did not start")
         os.environ["DBUS_SESSION_BUS_ADDRESS"] = address
@@ -91,6 +89,9 @@ class Desktop:
     def _start_window_manager(self):
         self._processes.append(subprocess.Popen(
             ["openbox"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
+        wait_for(lambda: b"window id" in subprocess.run(
+            ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], stdout=subprocess.PIPE).stdout,
+            "window manager")
 
     def launch(self, command, **variables):
         """Starts a program on this desktop; it is ended with the desktop at the latest."""
@@ -112,7 +113,24 @@ class Desktop:
         self._press({"Tab": 0xff09, "Return": 0xff0d, "Escape": 0xff1b}[name])
 
     def screenshot(self, path):
-        subprocess.run(["import", "-window", "root", path], check=True)
+        """Keeps a picture of what shows, cut to its windows, once it has come to rest."""
+        def at_rest():
+            first, second = self._capture(), self._capture()
+            return first if first == second and len(first) > BLANK_PICTURE else None
+        pathlib.Path(path).write_bytes(wait_for(at_rest, "window to take a picture of"))
+
+    @staticmethod
+    def _capture():
+        # Without dates in it, so that equal pictures are equal files.
+        command = "import -window root png:- | convert png:- -trim +repage -strip " \
+                  "-define png:exclude-chunks=date,time png:-"
+        return subprocess.run(
+            command, shell=True, check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
+
+    @staticmethod
+    def _press(symbol):
+        atspi = _accessibility()
+        atspi.generate_keyboard_event(symbol, None, atspi.KeySynthType.SYM)
 
 
 def _accessibility():
