@@ -22,7 +22,6 @@ namespace fs = std::filesystem;
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// A folder for one test; the file mode mask, which copying changes, is put back.
 class Copying : public testing::Test {
