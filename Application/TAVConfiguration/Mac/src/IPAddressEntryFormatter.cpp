@@ -38,8 +38,8 @@ bool IPAddressEntryFormatter::getObjectValue(std::string& value, const std::stri
     return true;
 }
 
-std::optional<QString>
-IPAddressEntryFormatter::attributedStringForObjectValue(const std::string& /*value*/) const
+std::optional<QString> IPAddressEntryFormatter::attributedStringForObjectValue(
+    const std::string& /*value*/) const
 {
     const CallMarker marker("IPAddressEntryFormatter::attributedStringForObjectValue", this);
     return std::nullopt;

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <optional>
-#include <string>
-
 #include <QString>
 #include <QValidator>
+
+#include <optional>
+#include <string>
 
 /// Restricts the address field to decimal digits of any script and full stops, as text is typed or
 /// pasted. Length, number of full stops and size of the numbers are free.

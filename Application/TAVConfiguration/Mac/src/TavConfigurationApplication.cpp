@@ -41,6 +41,7 @@ TavConfigurationApplication::~TavConfigurationApplication()
         "TavConfigurationApplication", "TavConfigurationApplication::destructor", false, this);
 }
 
+// No call marker: every event of the program comes by here, and would fill the trace.
 bool TavConfigurationApplication::notify(QObject* receiver, QEvent* event) noexcept
 try {
     return QApplication::notify(receiver, event);

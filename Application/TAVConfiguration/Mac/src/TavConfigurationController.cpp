@@ -159,10 +159,10 @@ void TavConfigurationController::colourVpnLabels()
         label->setPalette(palette);
 }
 
-// The user may change the theme while the window is open.
+// The user may change the theme while the window is open. No call marker: every event of the window
+// comes by here, and would fill the trace.
 bool TavConfigurationController::eventFilter(QObject* object, QEvent* event)
 {
-    const CallMarker marker("TavConfigurationController::eventFilter", this);
     if (event->type() == QEvent::PaletteChange)
         colourVpnLabels();
     return QObject::eventFilter(object, event);

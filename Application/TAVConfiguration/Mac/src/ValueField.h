@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string>
-
 #include <QLineEdit>
+
+#include <string>
 
 /// A text field for a stored value, of any length.
 ///
