@@ -159,10 +159,26 @@ TEST(WindowLayout, MnemonicOfALabelLeadsToItsField)
     EXPECT_TRUE(window.outlet("m_IPAddressTextField").hasFocus());
 }
 
-TEST(WindowLayout, WindowIsShownInFront)
+TEST(WindowLayout, SetUpBringsTheWindowToTheFrontOfAnother)
 {
-    ConfigurationWindow window("", shippedTexts("EN"));
+    const ConfigurationFile file;
+    LocalizedTexts texts(shippedTexts("EN"));
+    QDialog window(nullptr, Qt::Window);
+    TavConfigurationController controller(window, texts.alertPresenter);
+    window.show();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+
+    controller.awakeFromNib();
+
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+}
+
+TEST(WindowLayout, WindowIsShown)
+{
+    const ConfigurationWindow window("", shippedTexts("EN"));
 
     EXPECT_TRUE(window.window.isVisible());
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&window.window));
 }
