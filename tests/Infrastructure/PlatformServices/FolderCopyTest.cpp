@@ -163,14 +163,14 @@ TEST_F(FileCopy, FailsForAFolderOnEitherSide)
     EXPECT_EQ(m_folder.read("file"), "content");
 }
 
-TEST_F(FileCopy, FailsForAFifoOnEitherSideWithoutWaiting)
+TEST_F(FileCopy, FailsForAFifoOrADeviceWithoutWaiting)
 {
     m_folder.write("file", "content");
     makeFifo("fifo");
 
     EXPECT_FALSE(copy("fifo", "destination"));
     EXPECT_FALSE(copy("file", "fifo"));
-    EXPECT_FALSE(FileSystemManagement::Copy("/dev/zero", path("destination")));
+    EXPECT_FALSE(FileSystemManagement::Copy("/dev/null", path("destination")));
 }
 
 TEST_F(FileCopy, FailsWhenTheDestinationDoesNotFit)
