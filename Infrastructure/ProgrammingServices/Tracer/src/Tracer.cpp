@@ -101,9 +101,11 @@ void Tracer::EndOfThread()
 void Tracer::BeginningOfCall(CallMarker& marker)
 {
     m_mutex.acquire();
-    if (currentThreadTracer() == nullptr)
+    ThreadTracer* threadTracer = currentThreadTracer();
+    if (threadTracer == nullptr) {
         BeginningOfThread(MessageFormatter::text("th_%-d", gettid()).c_str());
-    ThreadTracer* const threadTracer = currentThreadTracer();
+        threadTracer = currentThreadTracer();
+    }
     if (threadTracer != nullptr)
         threadTracer->BeginningOfCall(marker);
     m_mutex.release();
