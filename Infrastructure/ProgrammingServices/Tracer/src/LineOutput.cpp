@@ -135,16 +135,14 @@ void LineOutput::resumeRing()
         m_truncateOnOpen = true;
 }
 
-// A pass that a crash interrupted on this thread has its file open still: the drain goes on in it.
 bool LineOutput::openCurrentFile()
 {
-    if (!m_file)
-        openFile(
-            std::exchange(m_truncateOnOpen, false) ? RingFiles::Mode::empty
-                                                   : RingFiles::Mode::append);
+    openFile(
+        std::exchange(m_truncateOnOpen, false) ? RingFiles::Mode::empty : RingFiles::Mode::append);
     return m_file != nullptr;
 }
 
+// The file of a pass that a crash interrupted on this thread is closed here, with what it holds.
 void LineOutput::openFile(RingFiles::Mode mode)
 {
     m_file = RingFiles::open(m_currentFileName, mode);

@@ -77,6 +77,13 @@ void endAChild()
     pause();
 }
 
+int overflowTheStack(int depth)
+{
+    volatile char block[65536];
+    block[0] = static_cast<char>(depth);
+    return depth == 0 ? block[0] : overflowTheStack(depth - 1) + block[0];
+}
+
 /// Runs its function on a thread that traces know as "worker".
 class Worker : public KFThread {
 public:
@@ -186,6 +193,16 @@ TEST(KFExceptionHandler, ReportsWhatTheHardwareAndTheSystemRaise)
     EXPECT_CRASH_REPORT(writeToAPipeWithoutReader(), "SIGNAL_WRITE_PIPE_WITH_NO_READER");
     EXPECT_CRASH_REPORT(endAChild(), "SIGNAL_SIGCHLD");
     EXPECT_CRASH_REPORT(std::abort(), "SIGNAL_ABORT");
+}
+
+TEST(KFExceptionHandler, CannotReportAStackThatHasOverflowed)
+{
+    EXPECT_EXIT(
+        {
+            handler();
+            overflowTheStack(1000000);
+        },
+        testing::KilledBySignal(SIGSEGV), "");
 }
 
 TEST(KFExceptionHandler, ReportsAViolationWithItsTextUnitAndLine)

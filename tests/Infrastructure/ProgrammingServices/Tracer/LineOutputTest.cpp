@@ -6,6 +6,7 @@
 #include "TemporaryFolder.h"
 
 #include <ctime>
+#include <filesystem>
 #include <string>
 #include <thread>
 
@@ -41,6 +42,10 @@ public:
 
 class LineOutputTest : public testing::Test {
 protected:
+    // A file by mistake named "console" would be made in the test's own folder.
+    void SetUp() override { std::filesystem::current_path(m_folder.path()); }
+    void TearDown() override { std::filesystem::current_path(m_formerPath); }
+
     void print(const std::string& lines)
     {
         std::size_t begin = 0;
@@ -60,6 +65,7 @@ protected:
         return "Facility : can't open " + m_folder.file(name) + "\n";
     }
 
+    std::filesystem::path m_formerPath = std::filesystem::current_path();
     TemporaryFolder m_folder;
     TestOutput m_output;
 };
