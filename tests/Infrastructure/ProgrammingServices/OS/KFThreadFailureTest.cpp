@@ -2,17 +2,19 @@
 #include "KFThread.h"
 
 #include <cerrno>
+#include <thread>
 
 #include <gtest/gtest.h>
 #include <pthread.h>
 
-// The linker sends the three calls here; each fails once its flag is set.
+// The linker sends these calls here; the first three fail once their flag is set.
 namespace {
 
 bool attrInitFails = false;
 bool setDetachStateFails = false;
 bool createFails = false;
 int lastDetachState = -1;
+int joins = 0;
 
 class IdleThread : public KFThread {
 public:
@@ -25,6 +27,7 @@ public:
 
 class KFThreadFailure : public testing::Test {
 protected:
+    KFThreadFailure() { joins = 0; }
     void TearDown() override
     {
         attrInitFails = false;
@@ -41,6 +44,7 @@ int __real_pthread_attr_init(pthread_attr_t* attributes);
 int __real_pthread_attr_setdetachstate(pthread_attr_t* attributes, int state);
 int __real_pthread_create(
     pthread_t* thread, const pthread_attr_t* attributes, void* (*entry)(void*), void* argument);
+int __real_pthread_join(pthread_t thread, void** result);
 
 int __wrap_pthread_attr_init(pthread_attr_t* attributes)
 {
@@ -57,6 +61,12 @@ int __wrap_pthread_create(
     pthread_t* thread, const pthread_attr_t* attributes, void* (*entry)(void*), void* argument)
 {
     return createFails ? EAGAIN : __real_pthread_create(thread, attributes, entry, argument);
+}
+
+int __wrap_pthread_join(pthread_t thread, void** result)
+{
+    ++joins;
+    return __real_pthread_join(thread, result);
 }
 // NOLINTEND(bugprone-reserved-identifier)
 }
@@ -108,6 +118,7 @@ TEST_F(KFThreadFailure, ThreadThatWasNotCreatedIsNotJoined)
     KFThread::waitForThreadTermination(&thread);
 
     EXPECT_EQ(thread.requests, 1);
+    EXPECT_EQ(joins, 0);
 }
 
 TEST_F(KFThreadFailure, StartsAfterAFailureToStart)
@@ -121,4 +132,31 @@ TEST_F(KFThreadFailure, StartsAfterAFailureToStart)
     thread.stop();
 
     EXPECT_FALSE(thread.isRunning());
+}
+
+TEST_F(KFThreadFailure, ThreadIsJoinedOnceAtMost)
+{
+    {
+        IdleThread thread;
+        thread.start();
+
+        thread.stop();
+        thread.stop();
+        KFThread::waitForThreadTermination(&thread);
+        EXPECT_EQ(thread.requests, 2);
+    }
+
+    EXPECT_EQ(joins, 1);
+}
+
+TEST_F(KFThreadFailure, ThreadWhoseBodyHasReturnedIsJoinedByTheDestructor)
+{
+    {
+        IdleThread thread;
+        thread.start();
+        while (thread.isRunning())
+            std::this_thread::yield();
+    }
+
+    EXPECT_EQ(joins, 1);
 }

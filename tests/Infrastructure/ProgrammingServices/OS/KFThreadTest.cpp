@@ -58,6 +58,7 @@ public:
         BodyState& state = m_state;
         state.started.set_value();
         state.finish.get_future().wait();
+        msleep(100); // gives a destructor that does not wait the time to be noticed
         state.finished = true;
     }
     void onTerminate() override { ++m_state.requests; }
@@ -186,18 +187,6 @@ TEST(KFThread, DestructorWaitsForARunningBodyAndAsksOnlyTheBase)
 
     EXPECT_TRUE(state.finished);
     EXPECT_EQ(state.requests, 0);
-}
-
-TEST(KFThread, IsStoppedAndJoinedOnceAtMost)
-{
-    FunctionThread thread("worker", [] {});
-    thread.start();
-
-    thread.stop();
-    thread.stop();
-    KFThread::waitForThreadTermination(&thread);
-
-    EXPECT_EQ(thread.requests(), 2);
 }
 
 TEST(KFThread, StopsWithoutHavingStarted)
