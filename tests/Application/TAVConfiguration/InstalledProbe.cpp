@@ -60,8 +60,8 @@ InstalledProbe::Outcome InstalledProbe::run(
     const pid_t process = fork();
     if (process == 0) {
         dup2(output->writeEnd.get(), STDOUT_FILENO);
-        std::freopen(errors.file("errors").c_str(), "w", stderr);
-        execve(program.c_str(), pointersTo(words).data(), pointersTo(variables).data());
+        if (std::freopen(errors.file("errors").c_str(), "w", stderr) != nullptr)
+            execve(program.c_str(), pointersTo(words).data(), pointersTo(variables).data());
         _exit(127);
     }
     close(output->writeEnd.release());

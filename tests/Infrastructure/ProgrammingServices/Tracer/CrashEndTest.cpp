@@ -1,4 +1,5 @@
 #include "CallMarker.h"
+#include "Console.h"
 #include "Contract.h"
 #include "CrashReport.h"
 #include "KFThread.h"
@@ -82,9 +83,9 @@ int __wrap_fputs(const char* text, std::FILE* stream)
 
 TEST_F(CrashEnd, TellsTheListenersInTheOrderTheyWereAdded)
 {
-    ActingListener first([] { write(STDERR_FILENO, "1", 1); });
-    ActingListener second([] { write(STDERR_FILENO, "2", 1); });
-    ActingListener third([] { write(STDERR_FILENO, "3", 1); });
+    ActingListener first([] { Console::writeError("1"); });
+    ActingListener second([] { Console::writeError("2"); });
+    ActingListener third([] { Console::writeError("3"); });
 
     EXPECT_EXIT(
         {
