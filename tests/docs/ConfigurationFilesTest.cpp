@@ -105,7 +105,10 @@ TEST(ConfigurationFilesDocument, ShowsATraceOfAllCallsButTheDictionarys)
     EXPECT_EQ(tracer.getCurrentFileName(), folder.file("TavConfiguration_trace_0.txt"));
     EXPECT_TRUE(tracer.isThreadPermittedToPrint("Main"));
     EXPECT_TRUE(tracer.isCallPermittedToPrint("TavConfiguration::Main"));
-    EXPECT_TRUE(tracer.isCallForbiddenToPrint("Dictionary::getItem"));
+    EXPECT_TRUE(
+        tracer.isCallForbiddenToPrint("Item* Dictionary::getItem(const std::string&) const"));
+    EXPECT_TRUE(tracer.isCallForbiddenToPrint("bool BasicItem::equals(const Item&)"));
+    EXPECT_FALSE(tracer.isCallForbiddenToPrint("DictionaryConfiguration::constructor"));
 }
 
 TEST(ConfigurationFilesDocument, ShowsAnIdentityCard)

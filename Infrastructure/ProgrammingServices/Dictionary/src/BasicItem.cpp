@@ -2,7 +2,6 @@
 
 #include "CallMarker.h"
 
-#include <cstring>
 #include <memory>
 #include <utility>
 
@@ -31,10 +30,8 @@ BasicItem& BasicItem::operator=(const BasicItem& other)
 {
     CallMarker marker("BasicItem& BasicItem::operator=(const BasicItem&)", this);
 
-    if (this != &other) {
-        Item::operator=(other);
-        m_value = other.m_value;
-    }
+    Item::operator=(other);
+    m_value = other.m_value;
     return *this;
 }
 
@@ -48,9 +45,10 @@ bool BasicItem::equals(const Item& other)
     CallMarker marker("bool BasicItem::equals(const Item&)", this);
 
     const char* const value = other.getValue();
-    // As getValue() answers both: up to a zero byte, so that an item always equals its copy.
+    // What getValue() answers ends at a zero byte; a text of this class is compared whole.
+    const auto* const text = dynamic_cast<const BasicItem*>(&other);
     const bool equal = value != nullptr && getName() == other.getName() &&
-                       std::strcmp(m_value.c_str(), value) == 0;
+                       m_value == (text == nullptr ? value : text->m_value);
     TAV_TRACE(marker, TraceMsgType::D, "equals returns %d", equal);
     return equal;
 }

@@ -60,11 +60,11 @@ unsigned shortAddress(const void* object)
 
 void traceMiss(const CallMarker& marker, const PathKeys& keys)
 {
-    const std::string head(keys.head());
     if (keys.isLast())
-        TAV_TRACE(marker, TraceMsgType::D, "Key %s not found", head.c_str());
+        TAV_TRACE(marker, TraceMsgType::D, "Key %s not found", std::string(keys.head()).c_str());
     else
-        TAV_TRACE(marker, TraceMsgType::D, "Head key %s not found", head.c_str());
+        TAV_TRACE(
+            marker, TraceMsgType::D, "Head key %s not found", std::string(keys.head()).c_str());
 }
 
 Item* lookFor(const std::string& path, const Dictionary& here, const CallMarker& marker)
@@ -134,7 +134,7 @@ const char* Dictionary::findValue(const std::string& path) const
 {
     CallMarker marker(s_findValue, this);
 
-    DictionaryWalk walk(*this, marker, s_findValue);
+    DictionaryWalk walk(*this, marker, s_findValue, DictionaryWalk::Leaves::told);
     for (const Dictionary* here = this; here != nullptr;) {
         const Item* const item = lookFor(path, *here, walk.marker());
         if (const char* const value = item == nullptr ? nullptr : item->getValue())
@@ -264,7 +264,7 @@ Item* Dictionary::findItem(const std::string& path)
 {
     CallMarker marker(s_findItem, this);
 
-    DictionaryWalk walk(*this, marker, s_findItem);
+    DictionaryWalk walk(*this, marker, s_findItem, DictionaryWalk::Leaves::told);
     for (const Dictionary* here = this; here != nullptr; here = walk.next()) {
         if (Item* const item = lookFor(path, *here, walk.marker()))
             return item;

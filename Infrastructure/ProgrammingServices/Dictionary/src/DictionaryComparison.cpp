@@ -13,7 +13,7 @@ bool DictionaryComparison::run(Dictionary& mine, const Item& theirs)
     while (equal && !m_mine.empty())
         equal = compareNextEntry();
     while (!m_mine.empty())
-        leave(false);
+        tellAndLeave(false);
     return equal;
 }
 
@@ -41,15 +41,14 @@ bool DictionaryComparison::compareNextEntry()
 {
     const DictionaryEntries::Entry* const theirs = m_theirs.next();
     if (theirs == nullptr) {
-        leave(true);
+        tellAndLeave(true);
         return true;
     }
     const DictionaryEntries::Entry* const mine =
         DictionaryEntries::of(*m_mine.back()).find(theirs->first);
     if (mine == nullptr) {
         TAV_TRACE(m_calls.marker(), TraceMsgType::D, "Key not found %s", theirs->first.c_str());
-        m_mine.pop_back();
-        m_calls.leave();
+        leave();
         return false;
     }
     return compareEntry(mine->second.get(), theirs->second.get());
@@ -66,9 +65,14 @@ bool DictionaryComparison::compareEntry(Item* mine, Item* theirs)
     return enter(*child, *theirs);
 }
 
-void DictionaryComparison::leave(bool equal)
+void DictionaryComparison::tellAndLeave(bool equal)
 {
     TAV_TRACE(m_calls.marker(), TraceMsgType::D, "equals returns %d", equal);
+    leave();
+}
+
+void DictionaryComparison::leave()
+{
     m_mine.pop_back();
     m_theirs.leave();
     m_calls.leave();

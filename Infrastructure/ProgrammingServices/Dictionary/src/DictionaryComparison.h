@@ -16,7 +16,8 @@ private:
     bool enter(Dictionary& mine, const Item& theirs);
     bool compareNextEntry();
     bool compareEntry(Item* mine, Item* theirs);
-    void leave(bool equal);
+    void tellAndLeave(bool equal);
+    void leave();
 
     NestedCalls m_calls;
     // The dictionaries that are being compared, outermost first: ours, and the position in theirs.

@@ -18,9 +18,10 @@ class DictionaryIterator {
 public:
     /// Stands on the entry of the smallest key; at the end when there is none.
     explicit DictionaryIterator(Dictionary& dictionary);
-    DictionaryIterator(const DictionaryIterator&) = default;
-    DictionaryIterator& operator=(const DictionaryIterator&) = default;
     virtual ~DictionaryIterator();
+
+    DictionaryIterator(const DictionaryIterator&) = delete;
+    DictionaryIterator& operator=(const DictionaryIterator&) = delete;
 
     bool atEnd();
     /// Does nothing at the end.

@@ -1,8 +1,8 @@
 #include "DictionaryWalk.h"
 
 DictionaryWalk::DictionaryWalk(
-    const Dictionary& root, const CallMarker& outer, const char* signature)
-    : m_here(&root), m_calls(outer, signature)
+    const Dictionary& root, const CallMarker& outer, const char* signature, Leaves leaves)
+    : m_here(&root), m_leaves(leaves), m_calls(outer, signature)
 {
 }
 
@@ -32,7 +32,8 @@ Dictionary* DictionaryWalk::advance()
             m_here = child;
             return child;
         }
-        TAV_TRACE(m_calls.marker(), TraceMsgType::D, "child is not a dictionary");
+        if (m_leaves == Leaves::told)
+            TAV_TRACE(m_calls.marker(), TraceMsgType::D, "child is not a dictionary");
     }
     return nullptr;
 }

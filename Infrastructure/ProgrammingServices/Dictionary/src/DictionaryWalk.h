@@ -14,8 +14,13 @@
 /// The dictionary that it stands on may be changed before the walk goes on, one above it may not.
 class DictionaryWalk {
 public:
+    /// Whether the trace tells of each entry that is passed by because it is no dictionary.
+    enum class Leaves { silent, told };
+
     /// Starts on `root`; see NestedCalls for the marker and the signature.
-    DictionaryWalk(const Dictionary& root, const CallMarker& outer, const char* signature);
+    DictionaryWalk(
+        const Dictionary& root, const CallMarker& outer, const char* signature,
+        Leaves leaves = Leaves::silent);
 
     /// Goes on to the children of the dictionary that the walk stands on, then beside and above it;
     /// NULL at the end.
@@ -34,6 +39,7 @@ private:
     Dictionary* advance();
 
     const Dictionary* m_here;
+    Leaves m_leaves;
     DictionaryCursor m_cursor;
     NestedCalls m_calls;
 };

@@ -31,10 +31,8 @@ IntBasicItem& IntBasicItem::operator=(const IntBasicItem& other)
 {
     CallMarker marker("IntBasicItem& IntBasicItem::operator=(const IntBasicItem&)", this);
 
-    if (this != &other) {
-        Item::operator=(other);
-        m_value = other.m_value;
-    }
+    Item::operator=(other);
+    m_value = other.m_value;
     return *this;
 }
 

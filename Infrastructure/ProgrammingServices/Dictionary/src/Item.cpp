@@ -30,8 +30,7 @@ Item& Item::operator=(const Item& other)
 {
     CallMarker marker("Item& Item::operator=(const Item&)", this);
 
-    if (this != &other)
-        m_name = other.m_name;
+    m_name = other.m_name;
     return *this;
 }
 

@@ -48,7 +48,8 @@ std::size_t PropertyListWriter::markupSize(const Dictionary& root, std::size_t i
         const DictionaryEntries::Entry* const entry = cursor.next();
         if (entry == nullptr) {
             cursor.leave();
-            --indentSize;
+            if (cursor.depth() > 0)
+                --indentSize;
             continue;
         }
         if (entry->second == nullptr)
