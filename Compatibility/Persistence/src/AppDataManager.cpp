@@ -40,13 +40,6 @@ void addFiles(const std::string& folder, std::set<std::string>& names)
     }
 }
 
-void deleteDataFolder(const std::string& path)
-{
-    CallMarker marker("deleteDataFolder");
-    if (FileSystemManagement::existFolder(path))
-        FileSystemManagement::deleteFolder(path, true);
-}
-
 } // namespace
 
 AppDataManager::AppDataManager()
@@ -201,8 +194,8 @@ void AppDataManager::removeAllData(const std::string& scope) const
     std::string allUsersPath;
     for (const std::string& folder : {scope, std::string(FOLDERNAME_DOWNLOADS)}) {
         getDataPath(userPath, allUsersPath, folder);
-        deleteDataFolder(userPath);
-        deleteDataFolder(allUsersPath);
+        FileSystemManagement::deleteFolder(userPath, true);
+        FileSystemManagement::deleteFolder(allUsersPath, true);
     }
     getDataPath(userPath, allUsersPath, "");
     FileSystemManagement::DeleteEmptyFolder(userPath);

@@ -49,6 +49,8 @@ INSTANTIATE_TEST_SUITE_P(
         FolderAndFile{"/tmp/", "/tmp/CompanyNetworkConfiguration.cfg"},
         FolderAndFile{"/tmp//", "/tmp/CompanyNetworkConfiguration.cfg"},
         FolderAndFile{"/tmp///", "/tmp//CompanyNetworkConfiguration.cfg"},
+        FolderAndFile{"ab//", "ab/CompanyNetworkConfiguration.cfg"},
+        FolderAndFile{"a//", "a//CompanyNetworkConfiguration.cfg"},
         FolderAndFile{"/", "/CompanyNetworkConfiguration.cfg"},
         FolderAndFile{"a", "a/CompanyNetworkConfiguration.cfg"},
         FolderAndFile{"/a/", "/a/CompanyNetworkConfiguration.cfg"},
