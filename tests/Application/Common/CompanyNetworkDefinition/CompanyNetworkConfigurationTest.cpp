@@ -3,6 +3,9 @@
 #include "AppData.h"
 #include "KFCompanyNetworkNotFoundException.h"
 #include "PrivateDataFolders.h"
+#include "VirtualSlot.h"
+
+#include <type_traits>
 
 #include <gtest/gtest.h>
 
@@ -65,6 +68,15 @@ TEST_F(CompanyNetworkConfigurationTest, FileOfTheEmptyFolderIsInTheAllUsersDataF
     EXPECT_EQ(
         configuration.getConfigurationFile(""),
         folders.allUsers().path() + "/Pelora/scope/CompanyNetworkConfiguration.cfg");
+}
+
+TEST(CompanyNetworkConfiguration, HasNoVirtualOperationButItsDestructor)
+{
+    static_assert(std::has_virtual_destructor_v<CompanyNetworkConfiguration>);
+
+    EXPECT_FALSE(isVirtualOperation(&CompanyNetworkConfiguration::readConfiguration));
+    EXPECT_FALSE(isVirtualOperation(&CompanyNetworkConfiguration::getCompanyNetwork));
+    EXPECT_FALSE(isVirtualOperation(&CompanyNetworkConfiguration::writeDefinition));
 }
 
 TEST_F(CompanyNetworkConfigurationTest, StartsEmptyWithoutAFile)

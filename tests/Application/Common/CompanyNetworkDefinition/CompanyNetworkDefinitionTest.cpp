@@ -1,6 +1,9 @@
 #include "CompanyNetworkDefinition.h"
 
 #include "CrashReport.h"
+#include "VirtualSlot.h"
+
+#include <type_traits>
 
 #include <gtest/gtest.h>
 
@@ -351,6 +354,16 @@ TEST_F(PlainDefinition, UpdatesCreateMissingSections)
     EXPECT_EQ(definition.getDedicatedAPNPrivateVPN(), nullptr);
     definition.updateDedicatedApnPrivateVpn(true, "a", "b", "c", "d");
     EXPECT_NE(definition.getDedicatedAPNPrivateVPN(), nullptr);
+}
+
+TEST(CompanyNetworkDefinition, HasNoVirtualOperationButItsDestructor)
+{
+    static_assert(std::has_virtual_destructor_v<CompanyNetworkDefinition>);
+
+    EXPECT_FALSE(isVirtualOperation(&CompanyNetworkDefinition::getCompanyName));
+    EXPECT_FALSE(isVirtualOperation(&CompanyNetworkDefinition::updatePublicVpn));
+    EXPECT_FALSE(isVirtualOperation(&CompanyNetworkDefinition::createEmptyCompany));
+    EXPECT_FALSE(isVirtualOperation(&CompanyNetworkDefinition::getDictionary));
 }
 
 TEST(CompanyNetworkDefinition, HasPublicVpnOnlyWhenItIsActivated)

@@ -3,6 +3,8 @@
 #include "IntBasicItem.h"
 #include "VirtualSlot.h"
 
+#include <type_traits>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -180,5 +182,7 @@ TEST(DictionaryConfiguration, StoresCopyOfItsDictionaryUnderItsName)
 
 TEST(DictionaryConfiguration, OperatorDictionaryIsVirtualSlotBehindDestructor)
 {
+    static_assert(std::has_virtual_destructor_v<DictionaryConfiguration>);
+
     EXPECT_EQ(virtualSlot(&DictionaryConfiguration::operator Dictionary&), 2);
 }
