@@ -76,10 +76,12 @@ void KFExceptionHandler::throwException(
 void KFExceptionHandler::crashHandlerSignalFilter(int signal)
 {
     endAtOnceOnAnotherSignal();
+    Tracer* const tracer = Tracer::GetInstance();
+    if (tracer != nullptr)
+        tracer->giveUpWhenHeld();
     CallMarker marker("SIGNAL_FILTER");
     const std::string message = reportText(signal);
     TAV_TRACE(marker, TraceMsgType::E, "%s", message.c_str());
-    Tracer* const tracer = Tracer::GetInstance();
     if (tracer != nullptr && CallMarker::isTracing()) {
         tracer->PrintStacks();
         tracer->PrintAllObjectsCount();

@@ -2,6 +2,7 @@
 
 #include "Console.h"
 #include "Contract.h"
+#include "Diagnostics.h"
 #include "FileSystemManagement.h"
 
 #include <cstdlib>
@@ -100,12 +101,13 @@ void LineOutput::requireFileName(const char* message)
     if (!missing)
         return;
     Console::writeLine(message);
+    Diagnostics::drain();
     std::exit(1);
 }
 
 void LineOutput::writeAllPending()
 {
-    while (!m_synchronous && !m_pending.empty())
+    while (!m_synchronous && writesFiles() && !m_pending.empty())
         WriteOnFile();
 }
 

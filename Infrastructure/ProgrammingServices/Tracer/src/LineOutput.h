@@ -72,6 +72,9 @@ protected:
     /// does nothing when synchronous. The caller holds the mutex.
     void writeAllPending();
 
+    /// Waits for the mutex for a second at most; false when another thread still holds it.
+    bool acquireInBoundedTime();
+
     KFMutex m_mutex{true};
 
 private:
@@ -82,7 +85,6 @@ private:
     void openFile(RingFiles::Mode mode);
     void writePending();
     bool changeFile();
-    bool acquireInBoundedTime();
 
     const char* m_facility;
     std::atomic<bool> m_synchronous = false;

@@ -75,6 +75,8 @@ Logger::~Logger()
 void Logger::ReadConfigFile(const char* fileName)
 {
     Contract::require(fileName != nullptr, "fileName != NULL", c_unit, 77);
+    if (fileName == nullptr)
+        return;
     LoggerConfigFileParser(fileName).parse();
     if (m_active)
         Initialize();
@@ -83,7 +85,7 @@ void Logger::ReadConfigFile(const char* fileName)
 void Logger::Initialize()
 {
     requireFileName("please call Logger_SET_FILE_NAME(fileName)");
-    if (isSynchronous())
+    if (isSynchronous() || m_flushThread != nullptr)
         return;
     m_flushThread = std::make_unique<LoggerFlushThread>(this);
     m_flushThread->start();

@@ -29,13 +29,15 @@ std::optional<Modification> modificationOf(const std::string& path)
 }
 
 // O_NONBLOCK, so that a FIFO is opened or refused at once; it changes nothing on a regular file.
+// One with a second name may be somebody's else, and is refused too.
 RingFiles::File openRegular(const std::string& path, int flags, const char* streamMode)
 {
     constexpr mode_t newFileMode = 0644;
     FileDescriptor descriptor(
         ::open(path.c_str(), flags | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY, newFileMode));
     struct stat status {};
-    if (!descriptor.isOpen() || fstat(descriptor.get(), &status) != 0 || !S_ISREG(status.st_mode))
+    if (!descriptor.isOpen() || fstat(descriptor.get(), &status) != 0 || !S_ISREG(status.st_mode) ||
+        status.st_nlink > 1)
         return nullptr;
     RingFiles::File file(fdopen(descriptor.get(), streamMode));
     if (file)
@@ -68,7 +70,11 @@ RingFiles::File RingFiles::open(const std::string& path, Mode mode)
 {
     if (mode == Mode::append)
         return openRegular(path, O_WRONLY | O_CREAT | O_APPEND, "a");
-    return openRegular(path, O_RDWR | O_CREAT | O_TRUNC, "w+");
+    // Emptied once it is known what was opened, not by the opening.
+    File file = openRegular(path, O_RDWR | O_CREAT, "w+");
+    if (file && ftruncate(fileno(file.get()), 0) != 0)
+        return nullptr;
+    return file;
 }
 
 long RingFiles::countLines(const std::string& path)

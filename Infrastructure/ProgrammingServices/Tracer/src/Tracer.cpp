@@ -24,8 +24,12 @@ Tracer::Tracer() : LineOutput("Tracer") {}
 Tracer::~Tracer()
 {
     Tracer* published = this;
-    if (m_Instance.compare_exchange_strong(published, nullptr))
-        CallMarker::s_tracing = false;
+    if (!m_Instance.compare_exchange_strong(published, nullptr)) {
+        // The thread writes for the tracer that is published now, and so it goes on.
+        static_cast<void>(m_flushThread.release());
+        return;
+    }
+    CallMarker::s_tracing = false;
     if (m_flushThread)
         m_flushThread->stop();
 }
@@ -50,6 +54,8 @@ void Tracer::SetInstance(Tracer* pTheTracer)
 void Tracer::ReadConfigFile(const char* fileName)
 {
     Contract::require(fileName != nullptr, "fileName != NULL", c_unit, 52);
+    if (fileName == nullptr)
+        return;
     TracerConfigFileParser(fileName).parse();
     if (isActive())
         Initialize();
@@ -58,7 +64,7 @@ void Tracer::ReadConfigFile(const char* fileName)
 void Tracer::Initialize()
 {
     requireFileName("please call TRACE_SET_FILE_NAME(\"baseFileName\")");
-    if (isSynchronous())
+    if (isSynchronous() || m_flushThread != nullptr)
         return;
     m_flushThread = std::make_unique<TracerFlushThread>();
     m_flushThread->start();
@@ -70,6 +76,14 @@ void Tracer::FinishTracing()
     setActive(false);
     writeAllPending();
     m_mutex.release();
+}
+
+void Tracer::giveUpWhenHeld()
+{
+    if (acquireInBoundedTime())
+        m_mutex.release();
+    else
+        CallMarker::s_tracing = false;
 }
 
 void Tracer::Enable()

@@ -43,7 +43,12 @@ public:
     /// opened, unlike drain().
     void FinishTracing();
 
-    /// Switch the calling thread's lines on and off; nothing on a thread that is not registered.
+    /// Ends tracing when the mutex cannot be had within a second, as after an open that failed on
+    /// another thread: the end of the process must not wait for it.
+    void giveUpWhenHeld();
+
+    /// Record the calling thread's calls or not: an open call may still write its messages. Nothing
+    /// on a thread that is not registered.
     void Enable();
     void Disable();
 

@@ -150,16 +150,23 @@ TEST_F(CrashEnd, EndOfTheProcessThatDoesNotEndIsCutOff)
         testing::ExitedWithCode(0), testing::Eq("SIGNAL_SOTWARE_TERMINATION\n"));
 }
 
-TEST_F(CrashEnd, ReportThatCannotHaveTheTracerIsCutOff)
+TEST_F(CrashEnd, TellsTheListenersAndWritesTheLogWhenTheTracerCannotBeHad)
 {
     PublishedTracer tracer;
+    Logger logger;
+    logger.SetFileName(tracer.folder().file("log"));
+    Logger::SetInstance(&logger);
 
     EXPECT_EXIT(
         {
-            KFExceptionHandler::GetInstance();
+            CrashReport::printOnStandardError();
+            logger.PrintString("pending log\n");
             violateWhileTheTracerIsHeld(*tracer.operator->());
         },
-        testing::ExitedWithCode(0), testing::Eq(""));
+        testing::ExitedWithCode(0),
+        testing::Eq("REQUIRE VIOLATION : x - In File : F - At Line : 12\n"));
+
+    EXPECT_EQ(tracer.folder().read("log_0.txt"), "pending log\n");
 }
 
 TEST_F(CrashEnd, WritesThePendingTraceAndLogLines)

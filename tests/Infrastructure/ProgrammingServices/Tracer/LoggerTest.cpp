@@ -5,6 +5,7 @@
 
 #include <array>
 #include <chrono>
+#include <csignal>
 #include <ctime>
 #include <regex>
 
@@ -341,6 +342,34 @@ TEST(Logger, ReportsAViolationWhenNullIsPublished)
         Logger::SetInstance(nullptr),
         "REQUIRE VIOLATION : pTheLogger != NULL - In File : "
         "Infrastructure/ProgrammingServices/Tracer/src/Logger - At Line : 53");
+}
+
+TEST(Logger, ReportsASecondViolationWhenNullIsPublishedWithNoneBefore)
+{
+    const auto publishNull = [] {
+        // Blocked, the first violation lets the check behind it run too.
+        sigset_t violation{};
+        sigemptyset(&violation);
+        sigaddset(&violation, SIGUSR1);
+        pthread_sigmask(SIG_BLOCK, &violation, nullptr);
+        Logger::SetInstance(nullptr);
+        pthread_sigmask(SIG_UNBLOCK, &violation, nullptr);
+    };
+
+    EXPECT_CRASH_REPORT(
+        publishNull(), "ENSURE VIOLATION : m_pInstance != NULL - In File : "
+                       "Infrastructure/ProgrammingServices/Tracer/src/Logger - At Line : 55");
+}
+
+TEST_F(LoggerTest, FinishEndsWhenTheOutputIsNoFileAnyMore)
+{
+    m_logger.setSynchronous(false);
+    m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "one");
+    m_logger.SetFileName("msvc");
+
+    m_logger.FinishLogging();
+
+    EXPECT_FALSE(m_logger.areAllMsgFlushed());
 }
 
 TEST(Logger, ReportsAViolationWhenItsConfigurationFileHasNoName)

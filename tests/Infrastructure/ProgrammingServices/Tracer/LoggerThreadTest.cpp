@@ -4,6 +4,7 @@
 #include "TemporaryFolder.h"
 
 #include <algorithm>
+#include <chrono>
 #include <sstream>
 #include <thread>
 #include <vector>
@@ -21,8 +22,9 @@ std::ptrdiff_t countThreads()
 
 } // namespace
 
-TEST(LoggerFlushThread, WritesPendingLinesByItself)
+TEST(LoggerFlushThread, WritesPendingLinesNoEarlierThanAfterASecond)
 {
+    const auto before = std::chrono::steady_clock::now();
     const TemporaryFolder folder;
     Logger logger;
     logger.SetFileName(folder.file("app"));
@@ -32,6 +34,7 @@ TEST(LoggerFlushThread, WritesPendingLinesByItself)
     while (!logger.areAllMsgFlushed())
         std::this_thread::yield();
 
+    EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::seconds(1));
     EXPECT_EQ(folder.read("app_0.txt"), "[LEVEL_0] one\n");
 }
 
@@ -42,6 +45,7 @@ TEST(LoggerFlushThread, IsOneThreadForALog)
     logger.SetFileName(folder.file("app"));
     const std::ptrdiff_t before = countThreads();
 
+    logger.Initialize();
     logger.Initialize();
 
     EXPECT_EQ(countThreads(), before + 1);

@@ -197,6 +197,15 @@ TEST_P(RingFilesOpen, FollowsNoSymbolicLink)
     EXPECT_EQ(m_folder.read("target"), "kept");
 }
 
+TEST_P(RingFilesOpen, RefusesAFileThatHasASecondNameAndLeavesItAsItIs)
+{
+    const std::string other = m_folder.write("other", "kept");
+    ASSERT_EQ(link(other.c_str(), m_folder.file("app_0.txt").c_str()), 0);
+
+    EXPECT_EQ(RingFiles::open(m_folder.file("app_0.txt"), GetParam()), nullptr);
+    EXPECT_EQ(m_folder.read("other"), "kept");
+}
+
 TEST_P(RingFilesOpen, CannotOpenAFifoAndDoesNotWaitForItsReader)
 {
     ASSERT_EQ(mkfifo(m_folder.file("app_0.txt").c_str(), 0600), 0);
