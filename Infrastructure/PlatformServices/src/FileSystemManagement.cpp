@@ -145,8 +145,7 @@ bool FileSystemManagement::createFolder(const std::string& path, unsigned int mo
         return false;
     umask(0); // kept: folders are open to everybody, and the mask stays so
     for (std::size_t end = 1; end <= path.size(); ++end) {
-        const bool endsComponent = (end == path.size() || path[end] == '/') && path[end - 1] != '/';
-        if (!endsComponent)
+        if (end < path.size() && path[end] != '/')
             continue;
         const std::string prefix = path.substr(0, end);
         if (!existFolder(prefix) && mkdir(prefix.c_str(), mode) != 0)

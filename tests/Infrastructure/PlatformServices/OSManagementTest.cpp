@@ -152,6 +152,7 @@ INSTANTIATE_TEST_SUITE_P(
         Languages{"C", {}, {}, {}, "C", "en"},
         Languages{"CWithCodeset", {}, {}, {}, "C.UTF-8", "en"},
         Languages{"Posix", {}, {}, {}, "POSIX", "en"},
+        Languages{"PosixWithCodeset", {}, {}, {}, "POSIX.UTF-8", "en"},
         Languages{"CBeforeAnother", {}, "C", {}, "fr_FR", "en"},
         Languages{"CaseAsStored", {}, {}, {}, "FR_fr", "FR"},
         Languages{"ThreeLetters", {}, {}, {}, "ast_ES", "as"},

@@ -1,3 +1,4 @@
+#include "FolderNames.h"
 #include "SafeFile.h"
 #include "SystemCallFaults.h"
 #include "TemporaryFolder.h"
@@ -17,14 +18,6 @@ namespace {
 using Backup = SafeFile::Backup;
 using testing::AnyOf;
 using testing::ElementsAre;
-
-std::vector<std::string> namesIn(const TemporaryFolder& folder)
-{
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
-        names.push_back(entry.path().filename());
-    return names;
-}
 
 /// A file and its backup.
 class SafeFileFaults : public testing::Test {
@@ -74,7 +67,7 @@ TEST_P(FailingStep, LeavesTheOldContentAndNoTemporaryFile)
         EXPECT_EQ(error.empty(), !happened);
         EXPECT_EQ(folder.read("file"), happened ? "the old content" : "the new content");
         EXPECT_THAT(folder.read("file.bak"), AnyOf("the old content", "the older content"));
-        EXPECT_THAT(namesIn(folder), testing::UnorderedElementsAre("file", "file.bak"));
+        EXPECT_THAT(namesIn(folder), ElementsAre("file", "file.bak"));
     }
     EXPECT_THAT(
         failed, ElementsAre(
@@ -219,7 +212,7 @@ TEST_F(SafeFileFaults, TellsWhenTheOldContentCouldNotBePutBack)
 
     EXPECT_EQ(replace(Backup::none), "putting back the old content: Read-only file system");
 
-    EXPECT_THAT(namesIn(m_folder), testing::UnorderedElementsAre("file", "file.bak"));
+    EXPECT_THAT(namesIn(m_folder), ElementsAre("file", "file.bak"));
 }
 
 TEST_F(SafeFileFaults, WriteInPlaceAFileWhoseOwnerCannotBeGiven)
@@ -231,7 +224,7 @@ TEST_F(SafeFileFaults, WriteInPlaceAFileWhoseOwnerCannotBeGiven)
 
     EXPECT_EQ(m_folder.read("file"), "the new content");
     EXPECT_EQ(m_folder.read("file.bak"), "the older content");
-    EXPECT_THAT(namesIn(m_folder), testing::UnorderedElementsAre("file", "file.bak"));
+    EXPECT_THAT(namesIn(m_folder), ElementsAre("file", "file.bak"));
 }
 
 TEST_F(SafeFileFaults, WriteInPlaceAFileThatMayNotBeRenamedOver)
@@ -242,7 +235,7 @@ TEST_F(SafeFileFaults, WriteInPlaceAFileThatMayNotBeRenamedOver)
     EXPECT_EQ(replace(Backup::none), "");
 
     EXPECT_EQ(m_folder.read("file"), "the new content");
-    EXPECT_THAT(namesIn(m_folder), testing::UnorderedElementsAre("file", "file.bak"));
+    EXPECT_THAT(namesIn(m_folder), ElementsAre("file", "file.bak"));
 }
 
 TEST_F(SafeFileFaults, ReadNothingWhenAStepFails)
