@@ -14,8 +14,8 @@
 /// are records on the standard output, between the console's log and trace lines.
 ///
 /// Environment: PROBE_CREATE, PROBE_COPY_RIGHTS and PROBE_EXECUTE are the operations' statuses,
-/// PROBE_WINDOW is the window's result or "signal"; PROBE_FUNCTION "initTracesAndLogs" calls that
-/// function alone, "published" does after a tracer and a logger were published.
+/// PROBE_WINDOW is the window's result, "signal" or "violation"; PROBE_FUNCTION "initTracesAndLogs"
+/// calls that function alone, "published" does after a tracer and a logger were published.
 namespace {
 
 std::string setting(const char* name, const char* otherwise)
@@ -37,6 +37,8 @@ int recordWindow(int& argc, char** argv)
     const std::string result = setting("PROBE_WINDOW", "0");
     if (result == "signal")
         raise(SIGTERM);
+    if (result == "violation")
+        Localizer::getInstance()->getLocalizedString(nullptr);
     return std::stoi(result);
 }
 

@@ -516,3 +516,22 @@ TEST_F(StartUpTest, ReportsASignalWhileTheWindowIsOpen)
         testing::ContainsRegex("\\[3\\] SIGNAL_FILTER\n.*\\[2\\] runElevated\n"
                                ".*\\[1\\] TavConfiguration::Main\n"));
 }
+
+TEST_F(StartUpTest, WritesPendingLinesAtAContractViolation)
+{
+    traceStartUp("TRACE_THE_CALL SIGNAL_FILTER\nTRACE_SET_MSG_FILTER TRACE_ERROR\n"
+                 "TRACE_SET_FILE_NAME trace\n");
+    probe.folder().write(
+        "logger.cfg", "LOG_ON\nLOG_SET_MSG_FILTER LOG_LEVEL_0\nLOG_SET_FILE_NAME log\n");
+    probe.setVariable("PROBE_WINDOW", "violation");
+
+    const auto outcome = probe.run({"--adminRights"});
+
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(
+        probe.home().read("Pelora/{CODE}/Logs/log_0.txt"),
+        EndsWith("[LEVEL_0] Process has kAuthorizationRightExecute right\n"));
+    EXPECT_THAT(
+        probe.home().read("Pelora/{CODE}/Logs/trace_0.txt"),
+        HasSubstr(">> [E] REQUIRE VIOLATION : key != NULL - In File : "));
+}

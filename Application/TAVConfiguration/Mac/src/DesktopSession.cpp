@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr int KEEP_WHAT_IS_SET = 0;
-
 /// The address of the bus that the login session's own folder holds; empty without one.
 std::string userBus()
 {
@@ -19,26 +17,38 @@ std::string userBus()
     return FileSystemManagement::existFile(socket) ? "unix:path=" + socket : std::string();
 }
 
-/// Screen readers are reached over the bus that the desktop names on its X display: an elevated
-/// process gets no other word of it.
-void joinAccessibilityBus()
+/// Other kinds of address start programs or read files, and several can stand behind each other.
+bool isSocketAddress(const std::string& bus)
+{
+    return bus.starts_with("unix:") && bus.find(';') == std::string::npos;
+}
+
+/// The accessibility bus, as the desktop names it on its X display; empty without one. Any user of
+/// the display can set the name.
+std::string accessibilityBus()
 {
     const XDisplay display;
     const std::string bus = display.isOpen() ? display.rootProperty("AT_SPI_BUS") : std::string();
-    if (!bus.empty())
-        setenv("AT_SPI_BUS_ADDRESS", bus.c_str(), KEEP_WHAT_IS_SET);
+    return isSocketAddress(bus) ? bus : std::string();
 }
 
 } // namespace
 
-void DesktopSession::prepare()
+DesktopSession::Bus DesktopSession::prepare()
 {
     CallMarker marker("DesktopSession::prepare");
     if (std::getenv("DBUS_SESSION_BUS_ADDRESS") != nullptr)
-        return;
-    const std::string bus = userBus();
-    // "disabled:" is the bus library's own word for starting none.
-    setenv("DBUS_SESSION_BUS_ADDRESS", bus.empty() ? "disabled:" : bus.c_str(), KEEP_WHAT_IS_SET);
-    if (bus.empty())
-        joinAccessibilityBus();
+        return Bus::session;
+    std::string address = userBus();
+    Bus bus = Bus::session;
+    if (address.empty()) {
+        address = accessibilityBus();
+        bus = Bus::accessibility;
+    }
+    if (address.empty()) {
+        address = "disabled:"; // the bus library's own word for starting none
+        bus = Bus::none;
+    }
+    setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
+    return bus;
 }

@@ -5,6 +5,13 @@
 /// this process, whose end the crash handler would take for a crash.
 class DesktopSession {
 public:
+    /// What the process has for a session bus.
+    enum class Bus {
+        none,
+        session,
+        accessibility, ///< the desktop's accessibility bus stands in, so that screen readers work
+    };
+
     /// To be called before the application object exists, on the main thread.
-    static void prepare();
+    static Bus prepare();
 };

@@ -1,0 +1,26 @@
+#include "AccessibilityBus.h"
+
+#include "CallMarker.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+
+void AccessibilityBus::announce()
+{
+    CallMarker marker("AccessibilityBus::announce");
+    // Accessibility is on for this process, whatever the desktop has set: it is not asked.
+    qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
+    qAddPreRoutine([] {
+        QDBusConnection bus = QDBusConnection::sessionBus();
+        bus.registerObject(
+            QStringLiteral("/org/a11y/bus"), new AccessibilityBus(QCoreApplication::instance()),
+            QDBusConnection::ExportAllSlots);
+        bus.registerService(QStringLiteral("org.a11y.Bus"));
+    });
+}
+
+QString AccessibilityBus::GetAddress() const
+{
+    CallMarker marker("AccessibilityBus::GetAddress", this);
+    return qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+}

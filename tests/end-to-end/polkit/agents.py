@@ -1,0 +1,91 @@
+"""Authentication agents of the ordinary user: who answers when polkit asks."""
+
+import contextlib
+import os
+import pathlib
+import pty
+import subprocess
+import sys
+import termios
+import threading
+
+import private_machine
+
+PROMPT = b"Password: "
+
+
+class SessionAgent:
+    """The agent of the user's session, on a terminal, where every question gets the same answer."""
+
+    _REGISTERED = "registered"
+
+    def __init__(self, machine, process, password=private_machine.PASSWORD):
+        self.text = b""
+        self._password = password
+        self._terminal, terminal = pty.openpty()
+        registered, notify = os.pipe()
+        self._agent = private_machine.as_user(
+            ["setsid", "--ctty", *self._command(process, str(notify))],
+            stdin=terminal, stdout=terminal, stderr=terminal, pass_fds=[notify])
+        machine.put_into_session(self._agent.pid)
+        os.close(terminal)
+        os.close(notify)
+        with os.fdopen(registered) as told:
+            assert told.read() == self._REGISTERED
+        self._reader = threading.Thread(target=self._answer, daemon=True)
+        self._reader.start()
+
+    @property
+    def questions(self):
+        return self.text.count(b"AUTHENTICATING FOR")
+
+    def end(self):
+        self._agent.terminate()
+        self._agent.wait()
+        self._reader.join()
+
+    def _command(self, _process, descriptor):
+        return [*_python("session_text_agent.py"), private_machine.SESSION, descriptor]
+
+    def _answer(self):
+        answered = 0
+        with contextlib.suppress(OSError):  # the terminal's end
+            while part := os.read(self._terminal, 4096):
+                self.text += part
+                while answered < self.text.count(PROMPT):
+                    answered += 1
+                    private_machine.wait_for(self._is_hidden, "hidden input")
+                    os.write(self._terminal, self._password.encode() + b"\n")
+        os.close(self._terminal)
+
+    def _is_hidden(self):
+        """What is typed before the agent has switched the echo off is thrown away."""
+        return not termios.tcgetattr(self._terminal)[3] & termios.ECHO
+
+
+class ProcessAgent(SessionAgent):
+    """The system's own text agent, for the one process."""
+
+    _REGISTERED = ""  # it closes its descriptor without a word
+
+    def _command(self, process, descriptor):
+        return ["pkttyagent", "--process", str(process), "--notify-fd", descriptor]
+
+
+class DismissingAgent:
+    """A dialog that the user closes at once."""
+
+    def __init__(self, _machine, process):
+        self._agent = private_machine.as_user(
+            [*_python("dismissing_agent.py"), str(process)], stdout=subprocess.PIPE, text=True)
+        assert self._agent.stdout.readline() == "registered\n"
+
+    def end(self):
+        self._agent.terminate()
+        self._agent.communicate()
+
+
+def _python(script):
+    """Runs a script beside this one, which the ordinary user may not be able to read."""
+    text = pathlib.Path(__file__).with_name(script).read_text(encoding="utf-8")
+    return [sys.executable, "-c", text]
