@@ -1,4 +1,4 @@
-#include "FolderNames.h"
+#include "NamesIn.h"
 #include "SafeFile.h"
 #include "SystemCallFaults.h"
 #include "TemporaryFolder.h"

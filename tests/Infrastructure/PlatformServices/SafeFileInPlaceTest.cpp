@@ -1,5 +1,5 @@
-#include "FolderNames.h"
 #include "FullDisk.h"
+#include "NamesIn.h"
 #include "OrdinaryUser.h"
 #include "SafeFile.h"
 #include "TemporaryFolder.h"

@@ -1,8 +1,8 @@
 #include "SafeFile.h"
 
 #include "FileModeMask.h"
-#include "FolderNames.h"
 #include "FullDisk.h"
+#include "NamesIn.h"
 #include "OrdinaryUser.h"
 #include "TemporaryFolder.h"
 
