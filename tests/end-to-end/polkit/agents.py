@@ -10,6 +10,7 @@ import termios
 import threading
 
 import private_machine
+from desktop import wait_for
 
 PROMPT = b"Password: "
 
@@ -54,7 +55,7 @@ class SessionAgent:
                 self.text += part
                 while answered < self.text.count(PROMPT):
                     answered += 1
-                    private_machine.wait_for(self._is_hidden, "hidden input")
+                    wait_for(self._is_hidden, "hidden input")
                     os.write(self._terminal, self._password.encode() + b"\n")
         os.close(self._terminal)
 

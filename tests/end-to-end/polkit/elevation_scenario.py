@@ -7,8 +7,9 @@ import unittest
 import private_machine
 from configuration_window import ConfigurationWindow
 from desktop import Application
-from launched_tool import ElevatedTool, LaunchedTool
+from launched_tool import LaunchedTool
 from network_file import network_file
+from relaunched_tool import RelaunchedTool
 from user_desktop import UserDesktop
 
 GRANT = "return polkit.Result.YES;"
@@ -40,7 +41,7 @@ class ElevationScenario(unittest.TestCase):
                             variables=self.desktop.variables | (variables or {}), **options)
 
     def elevated_tool(self):
-        return ElevatedTool(self.machine)
+        return RelaunchedTool(self.machine.program)
 
     def log(self, user=private_machine.USER):
         return (self.machine.log_folder(user) / "log_0.txt").read_text()

@@ -1,12 +1,9 @@
 """One launch of the installed tool by the ordinary user, and what became of it."""
 
-import contextlib
-import os
-import pathlib
-import signal
 import subprocess
 
 import private_machine
+from desktop import PATIENCE
 
 # The shell waits for a line, so that an agent can be there for the process that it becomes.
 _WAITING_SHELL = 'read -r _; exec "$@"'
@@ -33,7 +30,7 @@ class LaunchedTool:
     def wait(self):
         """The exit status and what was told on standard error by then."""
         try:
-            return self._process.wait(timeout=private_machine.PATIENCE), self.errors
+            return self._process.wait(timeout=PATIENCE), self.errors
         finally:
             if self.agent:
                 self.agent.end()
@@ -41,42 +38,3 @@ class LaunchedTool:
     @property
     def errors(self):
         return self._errors.read_text()
-
-
-class ElevatedTool:
-    """The instance that root runs, as the drivers of windows want a process: an id and a poll."""
-
-    def __init__(self, machine):
-        self.pid = private_machine.wait_for(machine.elevated_process, "elevated process")
-
-    def poll(self):
-        return None if self._folder.exists() else 0
-
-    def wait(self):
-        private_machine.wait_for(lambda: not self._folder.exists(), "end of the elevated process")
-
-    def kill(self):
-        with contextlib.suppress(ProcessLookupError):
-            os.kill(self.pid, signal.SIGKILL)
-        self.wait()
-
-    @property
-    def environment(self):
-        entries = (self._folder / "environ").read_bytes().split(b"\0")
-        return dict(entry.decode().split("=", 1) for entry in entries if entry)
-
-    @property
-    def executable(self):
-        return os.readlink(self._folder / "exe")
-
-    @property
-    def user(self):
-        return self._folder.stat().st_uid
-
-    @property
-    def children(self):
-        return (self._folder / f"task/{self.pid}/children").read_text().split()
-
-    @property
-    def _folder(self):
-        return pathlib.Path("/proc", str(self.pid))

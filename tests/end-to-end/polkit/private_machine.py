@@ -12,13 +12,14 @@ import pwd
 import shutil
 import subprocess
 import sys
-import time
+
+import relaunched_tool
+from desktop import wait_for
 
 FOLDER = pathlib.Path("/run/machine")  # on a file system of the machine's own
 USER, ADMINISTRATOR, PASSWORD = "tavuser", "tavadmin", "correct horse"
 SESSION = "1"  # of the user, as the login manager counts
 ACTION = "com.pelora.tavconfiguration.edit"
-PATIENCE = 60.0  # seconds until what must happen counts as missing
 
 _INSIDE = "TAV_PRIVATE_MACHINE"
 
@@ -41,16 +42,6 @@ def _reap_until_end_of(runner):
         process, status = os.wait()
         if process == runner:
             os._exit(os.waitstatus_to_exitcode(status))
-
-
-def wait_for(condition, what):
-    end = time.monotonic() + PATIENCE
-    while time.monotonic() < end:
-        result = condition()
-        if result:
-            return result
-        time.sleep(0.02)
-    raise AssertionError(f"no {what} within {PATIENCE:.0f} s")
 
 
 class Machine:
@@ -180,12 +171,7 @@ class Machine:
 
     def elevated_process(self):
         """The process id of the tool's instance that root runs; nothing when there is none."""
-        for folder in pathlib.Path("/proc").glob("[0-9]*"):
-            with contextlib.suppress(OSError):
-                words = (folder / "cmdline").read_bytes().split(b"\0")
-                if words[:2] == [os.fsencode(self.program), b"--adminRights"]:
-                    return int(folder.name)
-        return None
+        return relaunched_tool.find(self.program)
 
 
 def user_environment(**variables):

@@ -9,6 +9,7 @@ import unittest
 import elevation_scenario
 import private_machine
 from configuration_window import TITLE
+from desktop import PATIENCE
 from elevation_scenario import CONSOLE_LOG, TRACE
 
 
@@ -27,7 +28,7 @@ class RootScenario(elevation_scenario.WindowScenario):
 class Root(RootScenario):
     def test_first_launch_relaunches_the_tool_itself(self):
         launcher = self.start()
-        self.assertEqual(launcher.wait(private_machine.PATIENCE), 0)
+        self.assertEqual(launcher.wait(PATIENCE), 0)
         elevated = self.elevated_tool()
         self.fill_and_save(self.open_window(elevated))
         elevated.wait()
@@ -48,7 +49,7 @@ class Root(RootScenario):
     def test_missing_display_is_told_in_plain_words(self):
         process = self.start("--adminRights", DISPLAY="")
 
-        self.assertEqual(process.wait(private_machine.PATIENCE), 1)
+        self.assertEqual(process.wait(PATIENCE), 1)
         self.assertEqual(
             self.errors.read_text().splitlines()[-1],
             "TavConfiguration: cannot show the window: no display can be used")
@@ -86,7 +87,7 @@ class Ends(RootScenario):
 
         end(window, process)
 
-        self.assertEqual(process.wait(private_machine.PATIENCE), 0)
+        self.assertEqual(process.wait(PATIENCE), 0)
         self.assertEqual(self.trace("root")[-len(last):], last)
         self.assertTrue(
             self.log("root").endswith("Process has kAuthorizationRightExecute right\n"))
