@@ -20,7 +20,7 @@ def find(program):
 
 
 class RelaunchedTool:
-    """What the drivers of windows want of a process that is no child: its id, and whether it ended."""
+    """A process that is no child, with what the drivers of windows want of one."""
 
     # Those of a process that is no child are not to be had.
     returncode = None
@@ -31,7 +31,7 @@ class RelaunchedTool:
         self._folder = pathlib.Path("/proc", str(self.pid))
 
     def poll(self):
-        """None while it runs. On a machine whose first process takes in no orphans it stays dead."""
+        """None while it runs. Where the first process takes in no orphans it stays there, dead."""
         try:
             state = (self._folder / "stat").read_text().rpartition(")")[2].split()[0]
         except OSError:

@@ -1,5 +1,5 @@
-"""However the tool is called, it is the installed executable that is relaunched, from a folder whose
-name holds blanks."""
+"""However the tool is called, it is the installed executable that is relaunched, from a folder
+whose name holds blanks."""
 
 import unittest
 

@@ -1,8 +1,8 @@
 """A machine of the test's own, as far as authorization goes: its users, its installed tool, its
 system bus and polkit, and its user's desktop, all in namespaces that vanish with the test.
 
-Call `enter()` first; it starts the script anew inside. Nothing outside is changed, and every process
-ends with the script.
+Call `enter()` first; it starts the script anew inside. Nothing outside is changed, and every
+process ends with the script.
 """
 
 import contextlib
@@ -72,7 +72,8 @@ class Machine:
         encrypted = subprocess.run(["openssl", "passwd", "-6", PASSWORD], check=True,
                                    capture_output=True, text=True).stdout.strip()
         for number, name in ((12345, USER), (12346, ADMINISTRATOR)):
-            copies["passwd"] += f"{name}:x:{number}:{number}:{name}:{FOLDER}/home/{name}:/bin/bash\n"
+            home = FOLDER / "home" / name
+            copies["passwd"] += f"{name}:x:{number}:{number}:{name}:{home}:/bin/bash\n"
             copies["shadow"] += f"{name}:{encrypted}:19000:0:99999:7:::\n"
             copies["group"] += f"{name}:x:{number}:\n"
         for name, text in copies.items():
@@ -89,8 +90,9 @@ class Machine:
         """What the login manager would say of the user, who sits before the machine."""
         number = pwd.getpwnam(USER).pw_uid
         for path, text in (
-                (f"sessions/{SESSION}", f"UID={number}\nUSER={USER}\nACTIVE=1\nSTATE=active\nREMOTE=0\n"
-                               "TYPE=x11\nCLASS=user\nSEAT=seat0\n"),
+                (f"sessions/{SESSION}",
+                 f"UID={number}\nUSER={USER}\nACTIVE=1\nSTATE=active\nREMOTE=0\nTYPE=x11\n"
+                 "CLASS=user\nSEAT=seat0\n"),
                 (f"users/{number}", f"NAME={USER}\nSTATE=active\nDISPLAY={SESSION}\n"),
                 ("seats/seat0", f"IS_SEAT0=1\nACTIVE=1\nACTIVE_UID={number}\n")):
             pathlib.Path("/run/systemd", path).write_text(text)
@@ -140,7 +142,7 @@ class Machine:
 
     @contextlib.contextmanager
     def polkit(self, rule=""):
-        """The system bus with polkit on it; `rule` is the body of a rule about the tool's action."""
+        """The system bus with polkit on it; `rule` is what a rule does about the tool's action."""
         (self.rules / "10-test.rules").write_text(f"""
             polkit.addAdminRule(function() {{ return ["unix-user:{ADMINISTRATOR}"]; }});
             polkit.addRule(function(action, subject) {{

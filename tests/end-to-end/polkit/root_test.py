@@ -1,5 +1,5 @@
-"""Root: nobody is asked, and neither bus nor polkit runs here; and what the log and the trace hold when
-the window has ended."""
+"""Root: nobody is asked, and neither bus nor polkit runs here; and what the log and the trace hold
+when the window has ended."""
 
 import os
 import signal
