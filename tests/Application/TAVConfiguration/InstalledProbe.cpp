@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <filesystem>
 
 #include <sys/wait.h>
@@ -34,6 +35,9 @@ std::string readAll(int descriptor)
 InstalledProbe::InstalledProbe()
     : m_environment{{"XDG_DATA_HOME", m_home.path()}, {"LANGUAGE", "en"}, {"PATH", "/usr/bin:/bin"}}
 {
+    for (const char* sanitizer : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS"})
+        if (const char* options = std::getenv(sanitizer))
+            m_environment[sanitizer] = options;
     std::filesystem::copy_file(TAV_START_UP_PROBE, m_folder.file("TavConfiguration"));
     m_folder.write(
         "ID.txt", "COMMERCIAL_VERSION=1.2\nPRODUCT_NAME=Tool\nBU_NAME=Unit\nBUILD_TARGET=Target\n"

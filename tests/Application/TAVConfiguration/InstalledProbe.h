@@ -23,7 +23,8 @@ public:
     /// Runs it by its absolute path, or by what `name` says.
     Outcome run(const std::vector<std::string>& arguments = {}, const std::string& name = {}) const;
 
-    /// Sets a variable of the environment, which holds nothing of this process's.
+    /// Sets a variable of the environment, which holds nothing of this process's but the
+    /// sanitizers' options.
     void setVariable(const std::string& name, const std::string& value)
     {
         m_environment[name] = value;
