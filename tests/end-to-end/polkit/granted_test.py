@@ -43,6 +43,15 @@ class Granted(elevation_scenario.WindowScenario):
             self.assertEqual(self.processes_of_user_named("TavConfigurati"), [])
             self.assertEqual(self.zombies(), [])
 
+    def test_launcher_ends_too_where_the_system_hides_others_processes(self):
+        with self.machine.hidden_processes(), self.machine.polkit(GRANT):
+            status, errors = self.launch().wait()
+            elevated = self.elevated_tool()
+            self.open_window(elevated)
+
+            self.assertEqual((status, errors), (0, ""))
+            self.assertIsNone(elevated.poll())
+
     def test_both_roles_log_and_neither_reports_a_crash(self):
         with self.machine.polkit(GRANT):
             self.launch().wait()

@@ -158,6 +158,16 @@ class Machine:
                 _end(daemon)
 
     @contextlib.contextmanager
+    def hidden_processes(self):
+        """Users see their own processes only, as a hardened system has it; polkit sees all."""
+        group = pwd.getpwnam("polkitd").pw_gid
+        _mount("-o", f"remount,hidepid=invisible,gid={group}", "/proc")
+        try:
+            yield
+        finally:
+            _mount("-o", "remount,hidepid=off", "/proc")
+
+    @contextlib.contextmanager
     def calls_of_polkit(self):
         """What is said to polkit on the bus, as the text of a file that grows."""
         record = FOLDER / "calls-of-polkit"
