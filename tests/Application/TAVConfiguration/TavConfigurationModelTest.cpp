@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -331,6 +332,18 @@ TEST_F(TavConfigurationModelTest, RefusedSaveChangesNothingInMemory)
     model().loadFromPersistence();
 
     EXPECT_EQ(m_controller.messages.front(), "fillStartCommandLine /bin/start|start args");
+}
+
+TEST_F(TavConfigurationModelTest, RefusedAddressChangesNothingInMemoryEither)
+{
+    m_file.write(twoNetworks);
+    model().loadFromPersistence();
+    const Messages before = std::exchange(m_controller.messages, {});
+    model().saveToPersistence(true, "x", "", "y", "", true, "");
+
+    model().loadFromPersistence();
+
+    EXPECT_EQ(m_controller.messages, before);
 }
 
 TEST_F(TavConfigurationModelTest, SaveSucceedsAfterARefusal)

@@ -45,6 +45,9 @@ inline constexpr const char* FALSE_BOOLEAN_STRING = "false";
 inline constexpr const char* TRUE_BOOLEAN_STRING = "true";
 inline constexpr const char* ZERO_INT_STRING = "0";
 
+/// The name of the network that is made when the file holds none.
+inline constexpr const char* gsc_DefaultCompanyName = "Intranet";
+
 /// The older, flat keys of the intranet settings domain.
 inline constexpr const char* gsc_IntranetConfigurationDomain = "Intranet";
 inline constexpr const char* gsc_IntranetConfigurationKeyVPNSelected = "VPNSELECTED";

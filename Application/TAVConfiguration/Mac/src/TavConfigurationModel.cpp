@@ -10,13 +10,6 @@
 #include "TavConfigurationMessages.h"
 #include "VPNConfiguration.h"
 
-namespace {
-
-/// The name of the network that is made when the file holds none.
-constexpr const char* gsc_DefaultCompanyName = "Intranet";
-
-} // namespace
-
 TavConfigurationModel::TavConfigurationModel(
     TavConfigurationMessages* controller, AlertPresenter* alertPresenter)
     : m_pController(controller), m_pAlertPresenter(alertPresenter)

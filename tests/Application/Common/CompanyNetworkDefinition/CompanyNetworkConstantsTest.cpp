@@ -58,6 +58,7 @@ const std::vector<Constant> all = {
     CONSTANT(FALSE_BOOLEAN_STRING, "false"),
     CONSTANT(TRUE_BOOLEAN_STRING, "true"),
     CONSTANT(ZERO_INT_STRING, "0"),
+    CONSTANT(gsc_DefaultCompanyName, "Intranet"),
     CONSTANT(gsc_IntranetConfigurationDomain, "Intranet"),
     CONSTANT(gsc_IntranetConfigurationKeyVPNSelected, "VPNSELECTED"),
     CONSTANT(gsc_IntranetConfigurationKeyVPNStart, "VPNSTARTCOMMAND"),
