@@ -2,7 +2,6 @@
 
 #include "FileDescriptor.h"
 
-#include <array>
 #include <ctime>
 #include <optional>
 

@@ -113,9 +113,10 @@ TEST(CallMarker, KeepsWhatItIsGiven)
     EXPECT_FALSE(destructor.isConstructor());
 }
 
-TEST(CallMarker, LeavesTheStackAlsoWhenTracingEndedMeanwhile)
+TEST(CallMarker, LeavesTheStackWithoutALineWhenTracingEndedMeanwhile)
 {
     PublishedTracer tracer;
+    tracer->setPrintExit(true);
 
     {
         const CallMarker marker("outer");
