@@ -107,7 +107,7 @@ void LineOutput::requireFileName(const char* message)
 
 void LineOutput::writeAllPending()
 {
-    while (!m_synchronous && writesFiles() && !m_pending.empty())
+    while (!m_synchronous && !m_pending.empty())
         WriteOnFile();
 }
 

@@ -361,17 +361,6 @@ TEST(Logger, ReportsASecondViolationWhenNullIsPublishedWithNoneBefore)
                        "Infrastructure/ProgrammingServices/Tracer/src/Logger - At Line : 55");
 }
 
-TEST_F(LoggerTest, FinishEndsWhenTheOutputIsNoFileAnyMore)
-{
-    m_logger.setSynchronous(false);
-    m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "one");
-    m_logger.SetFileName("msvc");
-
-    m_logger.FinishLogging();
-
-    EXPECT_FALSE(m_logger.areAllMsgFlushed());
-}
-
 TEST(Logger, ReportsAViolationWhenItsConfigurationFileHasNoName)
 {
     EXPECT_CRASH_REPORT(
