@@ -75,6 +75,16 @@ protected:
                               more);
     }
 
+    /// Log and trace of the start-up's own call go to files in the log folder.
+    void writeToFiles(const std::string& more)
+    {
+        traceStartUp("TRACE_SET_FILE_NAME trace\n" + more);
+        probe.folder().write(
+            "logger.cfg", "LOG_ON\nLOG_SET_MSG_FILTER LOG_LEVEL_0\nLOG_SET_FILE_NAME log\n");
+    }
+    std::string logFile() const { return probe.home().read("Pelora/{CODE}/Logs/log_0.txt"); }
+    std::string traceFile() const { return probe.home().read("Pelora/{CODE}/Logs/trace_0.txt"); }
+
     InstalledProbe probe;
 };
 
@@ -393,22 +403,16 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(StartUpTest, WritesLogAndTraceIntoTheLogFolder)
 {
-    traceStartUp("TRACE_SET_FILE_NAME trace\nTRACE_CALL_EXIT\n");
-    probe.folder().write(
-        "logger.cfg", "LOG_ON\nLOG_SET_MSG_FILTER LOG_LEVEL_0\nLOG_SET_FILE_NAME log\n");
+    writeToFiles("TRACE_CALL_EXIT\n");
 
     const auto outcome = probe.run({"--adminRights"});
 
     EXPECT_EQ(
         outcome.output, std::string(RIGHT_CHECKED) + "window with 2 arguments, the last "
                                                      "--adminRights, title lower case en\n");
-    EXPECT_THAT(
-        probe.home().read("Pelora/{CODE}/Logs/log_0.txt"),
-        EndsWith("[LEVEL_0] Process has kAuthorizationRightExecute right\n"))
+    EXPECT_THAT(logFile(), EndsWith("[LEVEL_0] Process has kAuthorizationRightExecute right\n"))
         << "the last line is not left behind";
-    EXPECT_THAT(
-        probe.home().read("Pelora/{CODE}/Logs/trace_0.txt"),
-        EndsWith("<- TavConfiguration::Main\n"));
+    EXPECT_THAT(traceFile(), EndsWith("<- TavConfiguration::Main\n"));
 }
 
 TEST_F(StartUpTest, InsertsTheSuffixIntoTheNamesOfTheDiagnosticsFiles)
@@ -500,38 +504,26 @@ TEST_F(StartUpTest, EndsInTheCrashReportWithoutAnyTexts)
 
 TEST_F(StartUpTest, ReportsASignalWhileTheWindowIsOpen)
 {
-    traceStartUp("TRACE_SET_FILE_NAME trace\n");
-    probe.folder().write(
-        "logger.cfg", "LOG_ON\nLOG_SET_MSG_FILTER LOG_LEVEL_0\nLOG_SET_FILE_NAME log\n");
+    writeToFiles("");
     probe.setVariable("PROBE_WINDOW", "signal");
 
     const auto outcome = probe.run({"--adminRights"});
 
     EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(logFile(), EndsWith("[LEVEL_0] Process has kAuthorizationRightExecute right\n"));
     EXPECT_THAT(
-        probe.home().read("Pelora/{CODE}/Logs/log_0.txt"),
-        EndsWith("[LEVEL_0] Process has kAuthorizationRightExecute right\n"));
-    EXPECT_THAT(
-        probe.home().read("Pelora/{CODE}/Logs/trace_0.txt"),
-        testing::ContainsRegex("\\[3\\] SIGNAL_FILTER\n.*\\[2\\] runElevated\n"
-                               ".*\\[1\\] TavConfiguration::Main\n"));
+        traceFile(), testing::ContainsRegex("\\[3\\] SIGNAL_FILTER\n.*\\[2\\] runElevated\n"
+                                            ".*\\[1\\] TavConfiguration::Main\n"));
 }
 
 TEST_F(StartUpTest, WritesPendingLinesAtAContractViolation)
 {
-    traceStartUp("TRACE_THE_CALL SIGNAL_FILTER\nTRACE_SET_MSG_FILTER TRACE_ERROR\n"
-                 "TRACE_SET_FILE_NAME trace\n");
-    probe.folder().write(
-        "logger.cfg", "LOG_ON\nLOG_SET_MSG_FILTER LOG_LEVEL_0\nLOG_SET_FILE_NAME log\n");
+    writeToFiles("TRACE_THE_CALL SIGNAL_FILTER\nTRACE_SET_MSG_FILTER TRACE_ERROR\n");
     probe.setVariable("PROBE_WINDOW", "violation");
 
     const auto outcome = probe.run({"--adminRights"});
 
     EXPECT_EQ(outcome.status, 0);
-    EXPECT_THAT(
-        probe.home().read("Pelora/{CODE}/Logs/log_0.txt"),
-        EndsWith("[LEVEL_0] Process has kAuthorizationRightExecute right\n"));
-    EXPECT_THAT(
-        probe.home().read("Pelora/{CODE}/Logs/trace_0.txt"),
-        HasSubstr(">> [E] REQUIRE VIOLATION : key != NULL - In File : "));
+    EXPECT_THAT(logFile(), EndsWith("[LEVEL_0] Process has kAuthorizationRightExecute right\n"));
+    EXPECT_THAT(traceFile(), HasSubstr(">> [E] REQUIRE VIOLATION : key != NULL - In File : "));
 }
