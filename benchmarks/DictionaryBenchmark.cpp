@@ -55,7 +55,7 @@ XmlDocument parseXml(const std::string& text)
 void readDictionary(benchmark::State& state)
 {
     const std::string text = networks(state.range(0)).marshall("");
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         std::stringstream in(text);
         Dictionary tree;
         tree.unMarshall(in);
@@ -67,7 +67,7 @@ void readDictionary(benchmark::State& state)
 void readLibxml2(benchmark::State& state)
 {
     const std::string text = networks(state.range(0)).marshall("");
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(parseXml(text).get());
     countBytes(state, text);
 }
@@ -75,7 +75,7 @@ void readLibxml2(benchmark::State& state)
 void writeDictionary(benchmark::State& state)
 {
     Dictionary tree = networks(state.range(0));
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(tree.marshall("").size());
     countBytes(state, tree.marshall(""));
 }
@@ -84,7 +84,7 @@ void writeLibxml2(benchmark::State& state)
 {
     const std::string text = networks(state.range(0)).marshall("");
     const XmlDocument document = parseXml(text);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         xmlChar* written = nullptr;
         int size = 0;
         xmlDocDumpMemory(document.get(), &written, &size);
@@ -98,7 +98,7 @@ void lookUpInDictionary(benchmark::State& state)
 {
     const Dictionary tree = networks(state.range(0));
     const std::string path = keyOf(state.range(0) / 2 + 1) + ".PublicVPN.StopArguments";
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(tree.getValue(path));
 }
 
@@ -110,14 +110,14 @@ void lookUpInMap(benchmark::State& state)
             map[keyOf(i) + leaf] = "stop";
     }
     const std::string path = keyOf(state.range(0) / 2 + 1) + ".PublicVPN.StopArguments";
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         benchmark::DoNotOptimize(map.find(path)->second.c_str());
 }
 
 void copyDictionary(benchmark::State& state)
 {
     const Dictionary tree = networks(state.range(0));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const Dictionary copy(tree);
         benchmark::DoNotOptimize(&copy);
     }
@@ -128,7 +128,7 @@ void freeNestedDictionaries(benchmark::State& state)
     std::string path = "d";
     for (std::int64_t i = 1; i < state.range(0); ++i)
         path += ".d";
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         auto tree = std::make_unique<Dictionary>();
         tree->addValue(path, "x");

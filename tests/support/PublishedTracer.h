@@ -4,6 +4,7 @@
 #include "Tracer.h"
 
 #include <cstdio>
+#include <limits>
 #include <regex>
 #include <string>
 #include <string_view>
@@ -17,6 +18,8 @@ public:
     PublishedTracer()
     {
         m_tracer.setSynchronous(true);
+        // lines() reads the first file of the ring alone.
+        m_tracer.setMaxLinesPerFile(std::numeric_limits<int>::max());
         m_tracer.setMsgTypeMask(0x1FF);
         m_tracer.TraceTheThread("*");
         m_tracer.TraceTheCall("*");

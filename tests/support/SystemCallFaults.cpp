@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <type_traits>
+#include <utility>
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -53,6 +54,12 @@ void SystemCallFaults::failAny(int error, int nth)
     m_faults.push_back({"", error, nth});
 }
 
+void SystemCallFaults::interruptOpening(const std::string& path, std::function<void()> action)
+{
+    m_interruptedPath = path;
+    m_interruption = std::move(action);
+}
+
 int SystemCallFaults::counted() const
 {
     return static_cast<int>(std::count_if(m_calls.begin(), m_calls.end(), isCounted));
@@ -61,6 +68,8 @@ int SystemCallFaults::counted() const
 int SystemCallFaults::record(const Call& call)
 {
     m_calls.push_back(call);
+    if (m_interruption && call.name == "openat" && call.path == m_interruptedPath)
+        std::exchange(m_interruption, nullptr)();
     int error = 0;
     for (Fault& fault : m_faults) {
         const bool isMeant = fault.name.empty() ? isCounted(call) : call.name == fault.name;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -30,6 +31,9 @@ public:
     void fail(const std::string& name, int error, int nth = 1);
     /// The `nth` call of any name fails, unlinkat() left out: no clean-up can make good for itself.
     void failAny(int error, int nth);
+    /// Right before openat() is called for the path, once, the action happens: what another process
+    /// does meanwhile.
+    void interruptOpening(const std::string& path, std::function<void()> action);
     /// read() and write() move at most this many bytes at a time.
     void limitTransfers(std::size_t bytes) { m_transferLimit = bytes; }
     /// fstat() tells this size for every file.
@@ -55,6 +59,8 @@ private:
     int record(const Call& call);
 
     std::vector<Fault> m_faults;
+    std::string m_interruptedPath;
+    std::function<void()> m_interruption;
     std::vector<Call> m_calls;
     std::optional<std::size_t> m_transferLimit;
     std::optional<off_t> m_claimedSize;

@@ -56,10 +56,12 @@ class Desktop:
                 process.wait()
         shutil.rmtree(self.folder, ignore_errors=True)
 
+    # Without a reset: one would come when the first client goes, and take others that just come.
     def _start_display(self):
         read_end, write_end = os.pipe()
         self._processes.append(subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", self._screen, "-nolisten", "tcp"],
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", self._screen, "-nolisten", "tcp",
+             "-noreset"],
             pass_fds=[write_end], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
         os.close(write_end)
         with os.fdopen(read_end) as pipe:
@@ -93,15 +95,20 @@ class Desktop:
             ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], stdout=subprocess.PIPE).stdout,
             "window manager")
 
-    def launch(self, command, **variables):
-        """Starts a program on this desktop; it is ended with the desktop at the latest."""
-        environment = dict(os.environ)
-        environment.update({name: str(value) for name, value in variables.items()})
-        process = subprocess.Popen(
-            command, env=environment, stdin=subprocess.DEVNULL,
-            stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+    def launch(self, command, stderr=None, **variables):
+        """Starts a program on this desktop; it is ended with the desktop at the latest. What it
+        tells on its standard error is the application's `errors`, unless `stderr` is another. A
+        variable that is None is left out of its environment."""
+        environment = {name: str(value) for name, value in (os.environ | variables).items()
+                       if value is not None}
+        # A file, since the tool lets go of a pipe before all that its toolkit may have to tell.
+        errors = pathlib.Path(self.folder, f"errors-{len(self._processes)}")
+        with open(errors, "wb") as file:
+            process = subprocess.Popen(
+                command, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                stderr=file if stderr is None else stderr, text=True)
         self._processes.append(process)
-        return Application(process)
+        return Application(process, errors)
 
     def type(self, text):
         """Types ASCII text through the display into whatever has the keyboard focus."""
@@ -125,7 +132,8 @@ class Desktop:
         command = "import -window root png:- | convert png:- -trim +repage -strip " \
                   "-define png:exclude-chunks=date,time png:-"
         return subprocess.run(
-            command, shell=True, check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
+            command, shell=True, check=True, stdout=subprocess.PIPE,
+            stderr=subprocess.DEVNULL).stdout
 
     @staticmethod
     def _press(symbol):
@@ -144,9 +152,15 @@ def _accessibility():
 class Application:
     """A running program and its windows, found through accessibility."""
 
-    def __init__(self, process):
+    def __init__(self, process, errors=os.devnull):
         self._atspi = _accessibility()
+        self._errors = pathlib.Path(errors)
         self.process = process
+
+    @property
+    def errors(self):
+        """What the program has told on its standard error so far."""
+        return self._errors.read_text(encoding="utf-8")
 
     def window(self, title):
         """The window or dialog of that title, once it shows."""
@@ -158,15 +172,15 @@ class Application:
     def wait(self):
         """Waits for the program's end; returns its exit status and what it printed."""
         try:
-            output, errors = self.process.communicate(timeout=PATIENCE)
+            output, _ = self.process.communicate(timeout=PATIENCE)
         except subprocess.TimeoutExpired:
             raise AssertionError(f"the program did not end; windows: {self.window_titles()}")
-        return self.process.returncode, output, errors
+        return self.process.returncode, output, self.errors
 
     def _find_window(self, title):
         if self.process.poll() is not None:
             raise AssertionError(
-                f"the program ended with {self.process.returncode}: {self.process.stderr.read()}")
+                f"the program ended with {self.process.returncode}: {self.errors}")
         return next((window for window in self._windows() if window.name == title), None)
 
     def _windows(self):
@@ -214,6 +228,16 @@ class Node:
     @property
     def focused(self):
         return self._has(self._atspi.StateType.FOCUSED)
+
+    @property
+    def gone(self):
+        """Whether the control or window is no more."""
+        self._accessible.clear_cache()
+        try:
+            return self._has(self._atspi.StateType.DEFUNCT) or \
+                not self._has(self._atspi.StateType.SHOWING)
+        except GLib.Error:
+            return True
 
     def descendants(self):
         for child in _children(self._accessible):

@@ -1,7 +1,6 @@
 """The tool's second instance, which the first one starts and does not wait for."""
 
 import contextlib
-import io
 import os
 import pathlib
 import signal
@@ -22,9 +21,7 @@ def find(program):
 class RelaunchedTool:
     """A process that is no child, with what the drivers of windows want of one."""
 
-    # Those of a process that is no child are not to be had.
-    returncode = None
-    stderr = io.StringIO()
+    returncode = None  # that of a process that is no child is not to be had
 
     def __init__(self, program):
         self.pid = wait_for(lambda: find(program), "relaunched instance")

@@ -38,12 +38,21 @@ class Scenario(unittest.TestCase):
     def stored(self):
         return self.file.read_text(encoding="utf-8")
 
-    def open_window(self, language="en"):
+    def open_window(self, language="en", **options):
+        return ConfigurationWindow(self.launch(language, **options), TOOL, language)
+
+    def launch(self, language="en", tool=TOOL, **options):
+        """Starts the elevated instance; the options are those of the desktop's `launch`."""
         application = self.desktop.launch(
-            [str(TOOL), "--adminRights"], TAV_COMMON_DATA_DIR=self.data,
-            XDG_DATA_HOME=self.data / "user", LANGUAGE=language)
+            [str(tool), "--adminRights"], TAV_COMMON_DATA_DIR=self.data,
+            XDG_DATA_HOME=self.data / "user", LANGUAGE=language, **options)
         self.addCleanup(self._end, application.process)
-        return ConfigurationWindow(application, TOOL, language)
+        return application
+
+    def last_log_line(self):
+        """Without the time of day."""
+        log = self.data / "user" / "Pelora" / SCOPE / "Logs" / "TavConfiguration_log_0.txt"
+        return log.read_text(encoding="utf-8").splitlines(keepends=True)[-1].partition("]")[2]
 
     def assert_ended(self, window):
         status, _, errors = window.application.wait()

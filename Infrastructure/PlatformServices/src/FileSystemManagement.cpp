@@ -1,6 +1,7 @@
 #include "FileSystemManagement.h"
 
 #include "Folder.h"
+#include "FolderEmptier.h"
 #include "RegularFile.h"
 #include "SystemFolders.h"
 
@@ -22,32 +23,6 @@ std::string dataFolder(const std::string& path)
 {
     constexpr std::size_t longestPath = 2048;
     return path.size() <= longestPath ? path : std::string();
-}
-
-bool emptyFolder(const Folder& folder);
-
-// Works in the open folder, so that a link put in the place of a sub-folder meanwhile leads
-// nowhere.
-void removeEntry(const Folder& folder, const std::string& name)
-{
-    struct stat status {};
-    if (fstatat(folder.descriptor(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
-        return;
-    if (S_ISDIR(status.st_mode)) {
-        emptyFolder(Folder(folder.descriptor(), name, O_NOFOLLOW));
-        unlinkat(folder.descriptor(), name.c_str(), AT_REMOVEDIR);
-    } else if (S_ISREG(status.st_mode) || S_ISLNK(status.st_mode)) {
-        unlinkat(folder.descriptor(), name.c_str(), 0);
-    }
-}
-
-// Whether there was anything in it.
-bool emptyFolder(const Folder& folder)
-{
-    const std::vector<std::string> names = folder.names().value_or(std::vector<std::string>());
-    for (const std::string& name : names)
-        removeEntry(folder, name);
-    return !names.empty();
 }
 
 // "*.*" goes whole; of "*.txt" only the star goes, so that ".txt" is left.
@@ -203,7 +178,7 @@ bool FileSystemManagement::DeleteEmptyFolder(const std::string& path)
 
 bool FileSystemManagement::deleteFolder(const std::string& path, bool removeSelf)
 {
-    const bool hadEntries = emptyFolder(Folder(AT_FDCWD, path));
+    const bool hadEntries = FolderEmptier(path).run();
     return removeSelf ? rmdir(path.c_str()) == 0 : hadEntries;
 }
 

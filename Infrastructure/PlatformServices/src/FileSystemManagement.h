@@ -22,8 +22,8 @@ public:
 
     /// At most 2048 bytes long, empty otherwise; without a separator at the end, like the next.
     static std::string getUserAppDataDirectory();
-    /// The data folder of all users. TAV_COMMON_DATA_DIR replaces it for tests and trials, except
-    /// in a process that runs with more rights than the one that started it.
+    /// The data folder of all users. An absolute TAV_COMMON_DATA_DIR replaces it for tests and
+    /// trials, except in a process that runs with more rights than the one that started it.
     static std::string getCommonAppDataDirectory();
     static std::string getUserDesktopFolder();
 

@@ -8,19 +8,6 @@
 #include <sstream>
 #include <utility>
 
-namespace {
-
-// Whatever the locale: the carriage return of a foreign line end is cut off, a text beyond ASCII
-// ends before its first such byte.
-std::string_view printablePart(std::string_view text)
-{
-    const auto isPrintable = [](char character) { return character >= ' ' && character <= '~'; };
-    const auto end = std::find_if_not(text.begin(), text.end(), isPrintable);
-    return text.substr(0, static_cast<std::size_t>(end - text.begin()));
-}
-
-} // namespace
-
 IDCardReader::IDCardReader(std::string directory) : m_directory(std::move(directory))
 {
     CallMarker marker("IDCardReader", "IDCardReader::constructor", true, this);
@@ -50,6 +37,8 @@ bool IDCardReader::readIDCard()
     return hasEntry;
 }
 
+// The value ends at its first character that is not printable, whatever the locale: the carriage
+// return of a foreign line end is cut off, a text beyond ASCII ends before its first such byte.
 // kept: blanks around the "=" belong to key and value, and a line without one is both.
 bool IDCardReader::storeEntry(std::string_view line)
 {
@@ -59,7 +48,9 @@ bool IDCardReader::storeEntry(std::string_view line)
     const std::string_view value = sign == std::string_view::npos ? line : line.substr(sign + 1);
     if (key.empty())
         return false;
-    m_parameters.insert_or_assign(std::string(key), std::string(printablePart(value)));
+    const auto isPrintable = [](char character) { return character >= ' ' && character <= '~'; };
+    const auto end = std::find_if_not(value.begin(), value.end(), isPrintable);
+    m_parameters.insert_or_assign(std::string(key), std::string(value.begin(), end));
     return true;
 }
 

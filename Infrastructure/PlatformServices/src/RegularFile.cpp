@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -71,6 +72,16 @@ void RegularFile::overwrite(std::string_view content) const
     write(content);
     checked(ftruncate(m_descriptor.get(), static_cast<off_t>(content.size())), "cutting the file");
     sync();
+}
+
+bool RegularFile::tryLock(Lock lock) const
+{
+    // The opening's own lock: a process's is gone once it closes any other opening of the file.
+    struct flock whole {};
+    whole.l_type = lock == Lock::shared ? F_RDLCK : F_WRLCK;
+    const int result = fcntl(m_descriptor.get(), F_OFD_SETLK, &whole);
+    // Any other failure: this file system has no locks.
+    return result == 0 || (errno != EACCES && errno != EAGAIN);
 }
 
 void RegularFile::setOwner(uid_t user, gid_t group) const

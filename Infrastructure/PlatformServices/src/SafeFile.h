@@ -19,14 +19,21 @@ public:
     /// The whole content; nothing when the file cannot be opened or read.
     static std::optional<std::string> read(const std::string& path, Links links = Links::refuse);
 
+    /// Reads the content that a change starts from, which is empty when the file is missing. Never
+    /// a mix: what another process writes in place is not read.
+    ///
+    /// Returns an empty string, or why a file that is there was not read, with `content` unchanged.
+    static std::string readForChange(const std::string& path, std::string& content);
+
     /// Gives the file a new content: a reader sees the old bytes or the new, never a mix. Written
     /// to a temporary file in the same folder, synced, renamed over the old one, the folder synced;
     /// a new file gets mode 0644, a replaced one keeps its mode and owner.
     ///
     /// Where the folder refuses new files, or the file refuses a new owner, but the file can be
-    /// written, it is written in place: a reader may then see a mix, and no backup is made.
+    /// written, it is written in place: read() may then see a mix, no backup is made, and of two
+    /// processes that write at once one fails.
     ///
     /// Returns an empty string, or why it failed (the step and the system's reason), with the old
-    /// content left in place.
+    /// content left in place unless the step is that of putting it back.
     static std::string replace(const std::string& path, std::string_view content, Backup backup);
 };

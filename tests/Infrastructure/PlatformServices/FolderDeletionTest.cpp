@@ -1,3 +1,4 @@
+#include "ChildProcess.h"
 #include "FileSystemManagement.h"
 #include "OrdinaryUser.h"
 #include "SystemCallFaults.h"
@@ -6,9 +7,11 @@
 #include <cerrno>
 #include <filesystem>
 #include <string>
+#include <utility>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -32,6 +35,17 @@ protected:
     bool deleteFolder(const std::string& name, bool removeSelf) const
     {
         return FileSystemManagement::deleteFolder(path(name), removeSelf);
+    }
+    /// Makes a chain of folders, each in the one before, longer than a path can be.
+    void nest(const std::string& name, int levels) const
+    {
+        int folder = open(path(name).c_str(), O_DIRECTORY);
+        for (int level = 0; level < levels; ++level) {
+            ASSERT_EQ(mkdirat(folder, "x", 0700), 0);
+            const int inner = openat(folder, "x", O_DIRECTORY);
+            close(std::exchange(folder, inner));
+        }
+        close(folder);
     }
     void link(const std::string& target, const std::string& name) const
     {
@@ -137,14 +151,47 @@ TEST_F(DeleteFolder, TellsFalseForAFolderThatCannotBeListed)
     EXPECT_TRUE(fs::exists(path("doomed/file")));
 }
 
-TEST_F(DeleteFolder, RemovesADeeplyNestedTree)
+TEST_F(DeleteFolder, RemovesATreeOfAnyDepthWithThreeDescriptors)
 {
-    std::string deep = path("doomed");
-    for (int level = 0; level < 400; ++level)
-        deep += "/x";
-    fs::create_directories(deep);
+    nest("doomed", 5000);
+    ASSERT_FALSE(fs::is_empty(path("doomed")));
 
-    EXPECT_TRUE(deleteFolder("doomed", true));
+    EXPECT_TRUE(inChildProcess([&] {
+        const rlim_t taken = static_cast<rlim_t>(dup(STDERR_FILENO)) + 1;
+        const rlimit limit{taken + 3, taken + 3};
+        return setrlimit(RLIMIT_NOFILE, &limit) == 0 && deleteFolder("doomed", true);
+    }));
+
+    EXPECT_FALSE(fs::exists(path("doomed")));
+}
+
+TEST_F(DeleteFolder, PassesOverAFolderThatMayNotBeSearched)
+{
+    fs::permissions(m_folder.path(), fs::perms{0755});
+    for (const char* folder : {"doomed", "doomed/sub/deep"})
+        fs::permissions(path(folder), fs::perms{0777});
+    fs::permissions(path("doomed/sub"), fs::perms{0444});
+    fs::create_directory(path("doomed/another"));
+    fs::create_directory(path("doomed/zlast"));
+
+    EXPECT_TRUE(asOrdinaryUser([&] { return !deleteFolder("doomed", true); }));
+
+    EXPECT_TRUE(fs::exists(path("doomed/sub/deep/file")));
+    EXPECT_FALSE(fs::exists(path("doomed/another")));
+    EXPECT_FALSE(fs::exists(path("doomed/file")));
+    EXPECT_FALSE(fs::exists(path("doomed/zlast")));
+}
+
+TEST_F(DeleteFolder, EndsWhereTheFolderThatItIsInIsMovedAway)
+{
+    SystemCallFaults faults;
+    faults.interruptOpening("..", [&] { fs::rename(path("doomed/sub/deep"), path("kept/deep")); });
+
+    EXPECT_FALSE(deleteFolder("doomed", true));
+
+    EXPECT_TRUE(fs::exists(path("kept/file")));
+    EXPECT_TRUE(fs::is_empty(path("kept/deep")));
+    EXPECT_TRUE(fs::exists(path("doomed/sub")));
 }
 
 // A link put in a sub-folder's place meanwhile must lead nowhere.

@@ -1,9 +1,13 @@
 #include "IDCardReader.h"
 
-#include "PublishedTracer.h"
+#include "MarkedCalls.h"
+#include "OrdinaryUser.h"
 #include "TemporaryFolder.h"
+#include "VirtualSlot.h"
 
 #include <clocale>
+#include <filesystem>
+#include <memory>
 #include <string>
 #include <type_traits>
 
@@ -83,6 +87,18 @@ TEST_F(IDCard, IsRefusedWithoutWaitingWhenItIsAFifo)
     EXPECT_FALSE(m_reader.readIDCard());
 }
 
+TEST_F(IDCard, IsRefusedWhenTheUserMayNotReadIt)
+{
+    namespace fs = std::filesystem;
+    writeCard("PRODUCT_NAME=Tool\n");
+    fs::permissions(m_folder.path(), fs::perms(0755));
+    fs::permissions(m_folder.file("ID.txt"), fs::perms::none);
+
+    EXPECT_TRUE(asOrdinaryUser([this] { return !m_reader.readIDCard(); }));
+    fs::permissions(m_folder.file("ID.txt"), fs::perms(0644));
+    EXPECT_TRUE(asOrdinaryUser([this] { return m_reader.readIDCard(); }));
+}
+
 TEST_F(IDCard, MayStandBehindALink)
 {
     m_folder.write("card", "PRODUCT_NAME=Tool\n");
@@ -135,6 +151,15 @@ TEST_F(IDCard, MayHoldTheForbiddenCharacterNowhere)
         EXPECT_FALSE(m_reader.readIDCard()) << line;
         EXPECT_THAT(m_reader.getIDCardParams(), IsEmpty()) << line;
     }
+}
+
+TEST_F(IDCard, MayHoldTheForbiddenCharacterNeitherInALastLineWithoutEndOfLine)
+{
+    writeCard("A=1\nB=&");
+
+    EXPECT_FALSE(m_reader.readIDCard());
+
+    EXPECT_THAT(m_reader.getIDCardParams(), ElementsAre(Pair("A", "1")));
 }
 
 TEST_F(IDCard, GivesAnEmptyTextForAnAbsentKeyAsForAnEmptyValue)
@@ -258,46 +283,49 @@ INSTANTIATE_TEST_SUITE_P(
         Accessor{&IDCardReader::getUpgradeCode, "getUpgradeCode", "UPGRADE_CODE"}),
     [](const testing::TestParamInfo<Accessor>& row) { return row.param.key; });
 
-TEST_P(IDCardAccessor, IsMarkedWithItsName)
+TEST_P(IDCardAccessor, IsMarkedWithItsNameAndReader)
 {
     const IDCardReader reader("/");
-    const PublishedTracer tracer;
 
-    (reader.*GetParam().get)();
-
-    EXPECT_EQ(
-        tracer.lines(), "[<id>][test           ]IDCardReader::" + GetParam().name +
-                            "\n"
-                            "[<id>][test           ]  IDCardReader::getParam\n");
+    expectMarked("IDCardReader::" + GetParam().name, &reader, [&] { (reader.*GetParam().get)(); });
 }
 
-TEST(IDCardReader, MarksItsConstructorAndDestructorAndIsCountedBetweenThem)
+TEST(IDCardReader, HasNoVirtualOperationButItsDestructor)
 {
-    PublishedTracer tracer;
-    {
-        const IDCardReader reader("/");
-        tracer->PrintAllObjectsCount();
-    }
-    tracer->PrintAllObjectsCount();
-
-    const std::string lines = tracer.lines();
-    EXPECT_THAT(lines, testing::StartsWith("[<id>][test           ]IDCardReader::constructor\n"));
-    EXPECT_THAT(lines, testing::HasSubstr("[<id>][test           ]IDCardReader::destructor\n"));
-    const std::string counted = "Class = IDCardReader                  , count = ";
-    EXPECT_THAT(lines, testing::HasSubstr(counted + "000001\n"));
-    EXPECT_THAT(lines, testing::HasSubstr(counted + "000000\n"));
+    EXPECT_FALSE(isVirtualOperation(&IDCardReader::readIDCard));
+    EXPECT_FALSE(isVirtualOperation(&IDCardReader::getParam));
+    EXPECT_FALSE(isVirtualOperation(&IDCardReader::getIDCardParams));
+    EXPECT_FALSE(isVirtualOperation(&IDCardReader::getFleetID));
+    EXPECT_FALSE(isVirtualOperation(&IDCardReader::getCustomerID));
+    EXPECT_FALSE(isVirtualOperation(&IDCardReader::getGenerationVersion));
+    EXPECT_FALSE(isVirtualOperation(&IDCardReader::getTAVAdministrationTool));
+    EXPECT_FALSE(isVirtualOperation(&IDCardReader::getBUName));
+    EXPECT_FALSE(isVirtualOperation(&IDCardReader::getReferenceVersion));
+    EXPECT_FALSE(isVirtualOperation(&IDCardReader::getProductName));
+    EXPECT_FALSE(isVirtualOperation(&IDCardReader::getBuildTarget));
+    EXPECT_FALSE(isVirtualOperation(&IDCardReader::getCommercialVersion));
+    EXPECT_FALSE(isVirtualOperation(&IDCardReader::getProductVersion));
+    EXPECT_FALSE(isVirtualOperation(&IDCardReader::getUpgradeCode));
 }
 
-TEST_F(IDCard, MarksTheReadingWithItsSignature)
+TEST(IDCardReader, IsMarkedAndCounted)
+{
+    IDCardReader reader("/none/");
+
+    expectCounted("IDCardReader", [] { return std::make_unique<IDCardReader>("/"); });
+    expectMarked("bool IDCardReader::readIDCard()", &reader, [&] { reader.readIDCard(); });
+    expectMarked("IDCardReader::getParam", &reader, [&] { reader.getParam("A"); });
+    expectMarked("IDCardReader::getIDCardParams", &reader, [&] { reader.getIDCardParams(); });
+}
+
+TEST_F(IDCard, MarksEachLineWithItsReader)
 {
     writeCard("A=1\n");
-    const PublishedTracer tracer;
+    PublishedTracer tracer;
+    tracer->TraceTheCall("-*readIDCard*");
+    tracer->setPrintObjects(true);
 
     m_reader.readIDCard();
-    m_reader.getIDCardParams();
 
-    EXPECT_EQ(
-        tracer.lines(), "[<id>][test           ]bool IDCardReader::readIDCard()\n"
-                        "[<id>][test           ]  IDCardReader::storeEntry\n"
-                        "[<id>][test           ]IDCardReader::getIDCardParams\n");
+    EXPECT_EQ(tracer.lines(), entryLine("IDCardReader::storeEntry", &m_reader));
 }

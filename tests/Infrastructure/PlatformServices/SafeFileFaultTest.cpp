@@ -126,6 +126,36 @@ TEST_P(FailingStep, LeavesTheOldContentWhenWritingInPlace)
 
 INSTANTIATE_TEST_SUITE_P(Errors, FailingStep, testing::Values(EIO, ENOSPC), errorName);
 
+TEST(SafeFileInPlace, TellsThatTheOldContentCouldNotBePutBack)
+{
+    const TemporaryFolder folder;
+    folder.write("file", "the old content");
+    SystemCallFaults faults;
+    constexpr int creating = 3;
+    faults.fail("openat", EACCES, creating);
+    faults.fail("write", ENOSPC, 1);
+    faults.fail("write", EIO, 2);
+
+    EXPECT_EQ(
+        SafeFile::replace(folder.file("file"), "the new content", Backup::none),
+        "putting back the old content: Input/output error");
+}
+
+TEST(SafeFileFolder, IsNotWrittenInPlaceAfterASyncThatIsRefused)
+{
+    const TemporaryFolder folder;
+    folder.write("file", "the old content");
+    SystemCallFaults faults;
+    constexpr int ofTheFolder = 2;
+    faults.fail("fsync", EACCES, ofTheFolder);
+
+    EXPECT_EQ(
+        SafeFile::replace(folder.file("file"), "the new content", Backup::none),
+        "syncing the folder: Permission denied");
+
+    EXPECT_EQ(folder.read("file"), "the old content");
+}
+
 TEST_F(SafeFileFaults, SyncsTheFileBeforeItTakesItsPlaceAndTheFolderAfter)
 {
     SystemCallFaults faults;
@@ -236,6 +266,36 @@ TEST_F(SafeFileFaults, WriteInPlaceAFileThatMayNotBeRenamedOver)
 
     EXPECT_EQ(m_folder.read("file"), "the new content");
     EXPECT_THAT(namesIn(m_folder), ElementsAre("file", "file.bak"));
+}
+
+// Between the first look at the old content and the lock, another process has written a newer one.
+TEST_F(SafeFileFaults, HaveTheContentPutBackThatTheFileHadUnderTheLock)
+{
+    SystemCallFaults faults;
+    constexpr int creating = 3;
+    faults.fail("openat", EACCES, creating);
+    faults.fail("write", EIO);
+    faults.interruptOpening("file", [&] {
+        faults.interruptOpening("file", [&] { m_folder.write("file", "a newer content"); });
+    });
+
+    EXPECT_EQ(replace(Backup::none), "writing the file: Input/output error");
+
+    EXPECT_EQ(m_folder.read("file"), "a newer content");
+}
+
+TEST_F(SafeFileFaults, TellWhyNothingIsReadForAChange)
+{
+    for (const char* step : {"openat", "fstat", "read"}) {
+        SystemCallFaults faults;
+        faults.fail(step, EIO);
+        std::string content = "untouched";
+
+        const std::string failure = SafeFile::readForChange(m_folder.file("file"), content);
+
+        EXPECT_TRUE(failure.ends_with("the file: Input/output error")) << failure;
+        EXPECT_EQ(content, "untouched");
+    }
 }
 
 TEST_F(SafeFileFaults, ReadNothingWhenAStepFails)

@@ -1,3 +1,4 @@
+#include "FileDescriptor.h"
 #include "FullDisk.h"
 #include "NamesIn.h"
 #include "OrdinaryUser.h"
@@ -6,6 +7,7 @@
 
 #include <string>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -86,6 +88,30 @@ TEST_F(ClosedFolder, KeepsAFileThatHasAnotherName)
     EXPECT_TRUE(replacingTells("writing the file in place: It has other names"));
 
     EXPECT_EQ(elsewhere.read("victim"), "the old content");
+}
+
+TEST_F(ClosedFolder, KeepsAFileThatAnotherProcessWritesInPlace)
+{
+    seal(0555, 0666);
+    const FileDescriptor writer(open(m_folder.file("file").c_str(), O_WRONLY));
+    ASSERT_EQ(lockf(writer.get(), F_TLOCK, 0), 0);
+
+    EXPECT_TRUE(replacingTells("reading the file: Another process writes it"));
+
+    EXPECT_EQ(m_folder.read("file"), "the old content");
+}
+
+TEST_F(ClosedFolder, KeepsAFileThatAnotherProcessReadsForAChange)
+{
+    seal(0555, 0666);
+    const FileDescriptor reader(open(m_folder.file("file").c_str(), O_RDONLY));
+    struct flock shared {};
+    shared.l_type = F_RDLCK;
+    ASSERT_EQ(fcntl(reader.get(), F_SETLK, &shared), 0);
+
+    EXPECT_TRUE(replacingTells("writing the file in place: Another process uses it"));
+
+    EXPECT_EQ(m_folder.read("file"), "the old content");
 }
 
 TEST_F(ClosedFolder, TakesNoNewFile)

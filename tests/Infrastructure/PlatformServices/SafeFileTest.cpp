@@ -1,5 +1,6 @@
 #include "SafeFile.h"
 
+#include "FileDescriptor.h"
 #include "FileModeMask.h"
 #include "FullDisk.h"
 #include "NamesIn.h"
@@ -9,6 +10,7 @@
 #include <array>
 #include <atomic>
 #include <cstring>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <thread>
@@ -87,6 +89,49 @@ TEST(SafeFile, ReadsNothingThatMayNotBeRead)
 
     EXPECT_TRUE(
         asOrdinaryUser([&] { return SafeFile::read(folder.file("file")) == std::nullopt; }));
+}
+
+TEST(SafeFile, ReadsForAChangeTheContentWhichIsEmptyWhereThereIsNoFile)
+{
+    const TemporaryFolder folder;
+    folder.write("file", "content");
+    std::string content;
+
+    EXPECT_EQ(SafeFile::readForChange(folder.file("file"), content), "");
+    EXPECT_EQ(content, "content");
+
+    EXPECT_EQ(SafeFile::readForChange(folder.file("missing"), content), "");
+    EXPECT_EQ(content, "");
+}
+
+TEST(SafeFile, ReadsForAChangeNothingThatAnotherProcessWritesInPlace)
+{
+    const TemporaryFolder folder;
+    folder.write("file", "half of the old");
+    std::string content = "untouched";
+    const FileDescriptor writer(open(folder.file("file").c_str(), O_WRONLY));
+    ASSERT_EQ(lockf(writer.get(), F_TLOCK, 0), 0);
+
+    EXPECT_EQ(
+        SafeFile::readForChange(folder.file("file"), content),
+        "reading the file: Another process writes it");
+
+    EXPECT_EQ(content, "untouched");
+}
+
+TEST(SafeFile, KeepsNoHalfOfWhatAnotherProcessWritesInPlaceAsTheOldVersion)
+{
+    const TemporaryFolder folder;
+    folder.write("file", "half of the old");
+    const FileDescriptor writer(open(folder.file("file").c_str(), O_WRONLY));
+    ASSERT_EQ(lockf(writer.get(), F_TLOCK, 0), 0);
+
+    EXPECT_EQ(
+        SafeFile::replace(folder.file("file"), "new", SafeFile::Backup::keep),
+        "reading the file: Another process writes it");
+
+    EXPECT_EQ(folder.read("file"), "half of the old");
+    EXPECT_FALSE(std::filesystem::exists(folder.file("file.bak")));
 }
 
 TEST(SafeFile, ReadsThroughALinkOnlyWhenAsked)
@@ -277,7 +322,12 @@ TEST_P(NoRegularFile, CanNeitherBeReadNorReplaced)
     const struct stat before = statusOf(folder.file("entry"));
     const std::vector<std::string> names = namesIn(folder);
 
+    std::string content = "untouched";
     EXPECT_EQ(SafeFile::read(folder.file("entry")), std::nullopt);
+    EXPECT_EQ(
+        SafeFile::readForChange(folder.file("entry"), content),
+        "opening the file: Not a regular file");
+    EXPECT_EQ(content, "untouched");
     EXPECT_EQ(
         SafeFile::replace(folder.file("entry"), "new", Backup::keep),
         "opening the file: Not a regular file");

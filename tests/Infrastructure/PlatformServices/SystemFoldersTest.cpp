@@ -149,10 +149,11 @@ TEST_F(UserDataFolder, LiesInTheHomeFolderOtherwise)
     }
 }
 
-TEST_F(UserDataFolder, LiesInTheHomeFolderOfThePasswordDatabaseWithoutAVariable)
+TEST_F(UserDataFolder, LiesInTheHomeFolderOfThePasswordDatabaseWithoutAnAbsoluteVariable)
 {
     for (const std::optional<std::string>& value :
-         {std::optional<std::string>(), std::optional<std::string>("")}) {
+         {std::optional<std::string>(), std::optional<std::string>(""),
+          std::optional<std::string>("relative/home")}) {
         const ScopedEnvironment home("HOME", value);
         toldHome = "/home/told/";
 
@@ -163,6 +164,15 @@ TEST_F(UserDataFolder, LiesInTheHomeFolderOfThePasswordDatabaseWithoutAVariable)
 TEST_F(UserDataFolder, IsEmptyForAUserWithoutAHome)
 {
     const ScopedEnvironment home("HOME", std::nullopt);
+
+    EXPECT_EQ(FileSystemManagement::getUserAppDataDirectory(), "");
+    EXPECT_EQ(FileSystemManagement::getUserDesktopFolder(), "");
+}
+
+TEST_F(UserDataFolder, IsEmptyForAUserWhoseHomeIsRelative)
+{
+    const ScopedEnvironment home("HOME", "relative/home");
+    toldHome = "relative/too";
 
     EXPECT_EQ(FileSystemManagement::getUserAppDataDirectory(), "");
     EXPECT_EQ(FileSystemManagement::getUserDesktopFolder(), "");
@@ -196,6 +206,15 @@ TEST_F(CommonDataFolder, IsReplacedForTestsAndTrials)
     const ScopedEnvironment common("TAV_COMMON_DATA_DIR", "/trial/");
 
     EXPECT_EQ(FileSystemManagement::getCommonAppDataDirectory(), "/trial");
+}
+
+TEST_F(CommonDataFolder, IsNotReplacedByARelativePath)
+{
+    for (const char* value : {"trial", "./trial", "../trial"}) {
+        const ScopedEnvironment common("TAV_COMMON_DATA_DIR", value);
+
+        EXPECT_EQ(FileSystemManagement::getCommonAppDataDirectory(), "/var/lib") << value;
+    }
 }
 
 TEST_F(CommonDataFolder, HasAtMost2048Bytes)

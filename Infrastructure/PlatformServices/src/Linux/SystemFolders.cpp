@@ -23,18 +23,17 @@ std::string withoutLastSeparators(std::string path)
     return path;
 }
 
-// An empty variable counts as none.
-std::string environment(const char* name)
+// A folder that is given from outside counts only when it is absolute: another would be a different
+// one in each current folder.
+std::string absoluteFolder(const char* path)
 {
-    const char* value = std::getenv(name);
-    return value != nullptr ? withoutLastSeparators(value) : std::string();
+    return path != nullptr && *path == '/' ? withoutLastSeparators(path) : std::string();
 }
 
-// The base directories count only when they are absolute.
 std::string baseFolder(const char* variable, const std::string& fallback)
 {
-    const std::string folder = environment(variable);
-    return folder.starts_with('/') ? folder : fallback;
+    const std::string folder = absoluteFolder(std::getenv(variable));
+    return folder.empty() ? fallback : folder;
 }
 
 std::string homeOfPasswordDatabase()
@@ -43,13 +42,13 @@ std::string homeOfPasswordDatabase()
     passwd entry{};
     passwd* found = nullptr;
     getpwuid_r(getuid(), &entry, texts.data(), texts.size(), &found);
-    return found != nullptr ? withoutLastSeparators(entry.pw_dir) : std::string();
+    return found != nullptr ? absoluteFolder(entry.pw_dir) : std::string();
 }
 
 // A path below the home folder; empty when there is no home folder.
 std::string belowHome(std::string_view relative)
 {
-    std::string home = environment("HOME");
+    std::string home = absoluteFolder(std::getenv("HOME"));
     if (home.empty())
         home = homeOfPasswordDatabase();
     return home.empty() ? std::string() : home.append(relative);
@@ -100,9 +99,8 @@ std::string SystemFolders::userData()
 // Whoever starts a process with more rights than his own must not choose where it writes.
 std::string SystemFolders::commonData()
 {
-    const std::string replaced =
-        getauxval(AT_SECURE) == 0 ? environment("TAV_COMMON_DATA_DIR") : std::string();
-    return replaced.empty() ? "/var/lib" : replaced;
+    const std::string systems = "/var/lib";
+    return getauxval(AT_SECURE) == 0 ? baseFolder("TAV_COMMON_DATA_DIR", systems) : systems;
 }
 
 std::string SystemFolders::desktop()

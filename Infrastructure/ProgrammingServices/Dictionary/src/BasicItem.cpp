@@ -1,6 +1,7 @@
 #include "BasicItem.h"
 
 #include "CallMarker.h"
+#include "ItemAddress.h"
 
 #include <memory>
 #include <utility>
@@ -92,8 +93,8 @@ std::string BasicItem::toString(const std::string& indent)
 {
     CallMarker marker("std::string BasicItem::toString(const std::string&)", this);
 
-    return indent + "BasicItem [" + addressText(this) + "] name : '" + getName() + "' value : '" +
-           m_value + "'\n";
+    return indent + "BasicItem [" + ItemAddress::text(this) + "] name : '" + getName() +
+           "' value : '" + m_value + "'\n";
 }
 
 void BasicItem::unMarshall(std::stringstream& in)

@@ -8,21 +8,14 @@
 #include "DictionaryMerge.h"
 #include "DictionaryWalk.h"
 #include "IntBasicItem.h"
-#include "KFDictionaryFileException.h"
-#include "KFDictionaryParsingException.h"
-#include "Logger.h"
+#include "ItemAddress.h"
 #include "NestedCalls.h"
 #include "PathKeys.h"
+#include "PropertyListFile.h"
 #include "PropertyListReader.h"
 #include "PropertyListWriter.h"
-#include "SafeFile.h"
 
-#include <algorithm>
-#include <cstdint>
-#include <exception>
 #include <memory>
-#include <optional>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -31,11 +24,6 @@ namespace {
 using Entry = DictionaryEntries::Entry;
 
 constexpr const char* s_unit = "Infrastructure/ProgrammingServices/Dictionary/src/Dictionary";
-
-constexpr const char* s_fileBegin = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                                    "<plist version=\"1.0\">\n";
-// kept: no line end follows
-constexpr const char* s_fileEnd = "</plist>";
 
 // Operations that show one call for each dictionary that they pass.
 constexpr const char* s_getItem = "Item* Dictionary::getItem(const std::string&) const";
@@ -51,12 +39,6 @@ constexpr const char* s_doGetItemPath =
 constexpr const char* s_setItem = "void Dictionary::setItem(const std::string&, Item&)";
 constexpr const char* s_doRemoveItem = "bool Dictionary::doRemoveItem(const std::string&)";
 constexpr const char* s_removeAllItems = "void Dictionary::removeAllItems(Item&)";
-
-// An address as traces write it: its low 32 bits.
-unsigned shortAddress(const void* object)
-{
-    return static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(object));
-}
 
 void traceMiss(const CallMarker& marker, const PathKeys& keys)
 {
@@ -194,7 +176,7 @@ Item* Dictionary::getItem(const std::string& path) const
     const Dictionary* here = this;
     for (PathKeys keys(path);; keys.next()) {
         TAV_TRACE(
-            calls.marker(), TraceMsgType::D, "getting on [%x] %s path %s", shortAddress(here),
+            calls.marker(), TraceMsgType::D, "getting on [%x] %s path %s", ItemAddress::low(here),
             here->getName().c_str(), std::string(keys.rest()).c_str());
         const Entry* const entry = here->m_entries.find(keys.head());
         if (entry == nullptr) {
@@ -293,8 +275,8 @@ std::string Dictionary::getItemPath(Item& item)
     CallMarker marker("std::string Dictionary::getItemPath(Item&)", this);
 
     TAV_TRACE(
-        marker, TraceMsgType::D, "looking for item [%x] name %s in %x", shortAddress(&item),
-        item.getName().c_str(), shortAddress(this));
+        marker, TraceMsgType::D, "looking for item [%x] name %s in %x", ItemAddress::low(&item),
+        item.getName().c_str(), ItemAddress::low(this));
     std::string path;
     if (findEqual(item) != nullptr) {
         path = item.getName();
@@ -389,7 +371,7 @@ void Dictionary::setItem(const std::string& path, Item& item)
     for (;; keys.next()) {
         TAV_TRACE(
             calls.marker(), TraceMsgType::D, "Adding on [%x] %s for path %s item %s",
-            shortAddress(here), here->getName().c_str(), std::string(keys.rest()).c_str(),
+            ItemAddress::low(here), here->getName().c_str(), std::string(keys.rest()).c_str(),
             item.toString("").c_str());
         if (keys.isLast())
             break;
@@ -453,44 +435,14 @@ void Dictionary::loadFromFile(const std::string& path)
 {
     CallMarker marker("void Dictionary::loadFromFile(const std::string&)", this);
 
-    std::optional<std::string> text = SafeFile::read(path);
-    if (!text) {
-        TAV_TRACE(marker, TraceMsgType::E, "Can't open file %s", path.c_str());
-        throw KFDictionaryFileException("Can't open file", s_unit, 882);
-    }
-    // kept: a zero byte ends the text
-    text->resize(std::min(text->size(), text->find('\0')));
-    std::stringstream in(*std::move(text));
-    std::string line;
-    std::getline(in, line);
-    if (line.find("<?xml") == std::string::npos) {
-        TAV_TRACE(marker, TraceMsgType::E, "No XML header found");
-        throw KFDictionaryParsingException("No XML header found", s_unit, 876);
-    }
-    line.clear();
-    std::getline(in, line);
-    if (line.find("<plist version=\"1.0\"") == std::string::npos) {
-        TAV_TRACE(marker, TraceMsgType::E, "Incorrect plist or bad version");
-        throw KFDictionaryParsingException("Incorrect plist or bad version", s_unit, 870);
-    }
-    unMarshall(in);
+    PropertyListFile(marker, path).load(*this);
 }
 
 void Dictionary::saveToFile(const std::string& path)
 {
     CallMarker marker("void Dictionary::saveToFile(const std::string&)", this);
 
-    std::string failure;
-    try {
-        const std::string text = s_fileBegin + marshall("") + s_fileEnd;
-        failure = SafeFile::replace(path, text, SafeFile::Backup::keep);
-    } catch (const std::exception& error) {
-        failure = error.what();
-    }
-    if (!failure.empty())
-        TAV_LOG(
-            LoggerMsgType::ERROR, "Saving the dictionary to %s failed: %s", path.c_str(),
-            failure.c_str());
+    PropertyListFile(marker, path).save(*this);
 }
 
 void Dictionary::doFindItems(const std::string& path, std::list<Item*>& found)
@@ -527,7 +479,7 @@ std::string Dictionary::doGetItemPath(Item& item, const std::string& prefix)
     for (const Dictionary* here = this; here != nullptr; here = walk.next()) {
         TAV_TRACE(
             walk.marker(), TraceMsgType::D, "looking for item [%x] name %s in %x",
-            shortAddress(&item), item.getName().c_str(), shortAddress(here));
+            ItemAddress::low(&item), item.getName().c_str(), ItemAddress::low(here));
         if (here->findEqual(item) != nullptr)
             return prefix + "." + walk.pathOf(item.getName());
     }

@@ -1,6 +1,7 @@
 #include "IntBasicItem.h"
 
 #include "CallMarker.h"
+#include "ItemAddress.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -91,7 +92,7 @@ std::string IntBasicItem::toString(const std::string& indent)
 {
     CallMarker marker("std::string IntBasicItem::toString(const std::string&)", this);
 
-    return indent + "IntBasicItem [" + addressText(this) + "] name : '" + getName() +
+    return indent + "IntBasicItem [" + ItemAddress::text(this) + "] name : '" + getName() +
            "' value : '" + std::to_string(m_value) + "'\n";
 }
 

@@ -138,10 +138,3 @@ std::string Item::getXmlVal(const char* tag, const std::string& line)
     TAV_TRACE(marker, TraceMsgType::D, "getXmlVal returns '%s'", value.c_str());
     return value;
 }
-
-std::string Item::addressText(const void* item)
-{
-    std::ostringstream text;
-    text << item;
-    return std::move(text).str();
-}

@@ -59,9 +59,6 @@ public:
     /// Throws KFDictionaryParsingException when the line lacks the tag.
     static std::string getXmlVal(const char* tag, const std::string& line);
 
-    /// How descriptions write the address of an item.
-    static std::string addressText(const void* item);
-
 private:
     std::string m_name;
 };

@@ -5,5 +5,8 @@
 /// The base of what the property dictionary throws; not thrown by itself.
 class KFDictionaryException : public KFException {
 public:
-    using KFException::KFException;
+    KFDictionaryException(const std::string& description, const std::string& fileName, int line);
+    KFDictionaryException(const KFDictionaryException& other);
+    KFDictionaryException& operator=(const KFDictionaryException&) = delete;
+    ~KFDictionaryException() override;
 };

@@ -5,5 +5,9 @@
 /// Thrown when a header line of a property list is wrong, or a line lacks the tag that it needs.
 class KFDictionaryParsingException : public KFDictionaryException {
 public:
-    using KFDictionaryException::KFDictionaryException;
+    KFDictionaryParsingException(
+        const std::string& description, const std::string& fileName, int line);
+    KFDictionaryParsingException(const KFDictionaryParsingException& other);
+    KFDictionaryParsingException& operator=(const KFDictionaryParsingException&) = delete;
+    ~KFDictionaryParsingException() override;
 };

@@ -45,7 +45,8 @@ public:
     /// The tracer of the thread that opened the marker; null when the call was not recorded.
     ThreadTracer* getThreadTracer() const { return m_threadTracer; }
 
-    /// Empty unless the call is that of a constructor or destructor.
+    /// Whether the call is that of a constructor or destructor; only these have a class name.
+    bool isCounted() const { return *m_className != '\0'; }
     const char* getClassName() const { return m_className; }
     const char* getMethodName() const { return m_methodName; }
     bool isConstructor() const { return m_isConstructor; }

@@ -3,6 +3,9 @@
 #include "Logger.h"
 #include "Tracer.h"
 
+#include <atomic>
+#include <cstdlib>
+
 namespace {
 
 void drainOne(LineOutput* output)
@@ -17,4 +20,11 @@ void Diagnostics::drain()
 {
     drainOne(Tracer::GetInstance());
     drainOne(Logger::GetInstance());
+}
+
+void Diagnostics::drainAtExit()
+{
+    static std::atomic<bool> s_registered = false;
+    if (!s_registered.exchange(true))
+        std::atexit(&Diagnostics::drain);
 }

@@ -87,7 +87,7 @@ void KFExceptionHandler::crashHandlerSignalFilter(int signal)
         tracer->PrintAllObjectsCount();
     }
     tellListeners(message);
-    Diagnostics::drain();
+    Diagnostics::drainAtExit();
     std::exit(EXIT_SUCCESS);
 }
 

@@ -37,6 +37,11 @@ public:
     /// Adds a listener behind the others; it stays the caller's and must outlive the process.
     void addListener(KFExceptionListener& listener);
 
+protected:
+    /// "Code", "Name", "Description", "InFile" and "AtLine" of the last violation. Kept: no lock,
+    /// two violations at once overwrite each other's. "Code" is reported nowhere.
+    static std::map<std::string, std::string>& m_ExceptParams;
+
 private:
     KFExceptionHandler();
     ~KFExceptionHandler() = default;
@@ -49,7 +54,4 @@ private:
     std::list<KFExceptionListener*> m_listeners;
 
     static std::atomic<KFExceptionHandler*> m_globalHandler;
-    /// "Code", "Name", "Description", "InFile" and "AtLine" of the last violation. Kept: no lock,
-    /// two violations at once overwrite each other's.
-    static std::map<std::string, std::string>& m_ExceptParams;
 };

@@ -101,13 +101,13 @@ void LineOutput::requireFileName(const char* message)
     if (!missing)
         return;
     Console::writeLine(message);
-    Diagnostics::drain();
+    Diagnostics::drainAtExit();
     std::exit(1);
 }
 
 void LineOutput::writeAllPending()
 {
-    while (!m_synchronous && !m_pending.empty())
+    while (!m_synchronous && writesFiles() && !m_pending.empty())
         WriteOnFile();
 }
 

@@ -69,7 +69,7 @@ protected:
     void requireFileName(const char* message);
 
     /// Repeats write passes until nothing is pending, for ever when the file cannot be opened;
-    /// does nothing when synchronous. The caller holds the mutex.
+    /// does nothing when synchronous or when the output is no file. The caller holds the mutex.
     void writeAllPending();
 
     /// Waits for the mutex for a second at most; false when another thread still holds it.

@@ -1,18 +1,8 @@
 #pragma once
 
+#include "ConfigFileParser.h"
 #include "LoggerConfigFileScanner.h"
 #include "LoggerParser.h"
 
-/// Reads a logger configuration file and applies it to the published log. What is wrong with the
-/// file is told on standard error.
-class LoggerConfigFileParser {
-public:
-    explicit LoggerConfigFileParser(const char* fileName);
-
-    /// False at a syntax error, which ends the parse; the commands before it stay applied.
-    bool parse();
-
-private:
-    LoggerConfigFileScanner m_scanner;
-    LoggerParser m_parser;
-};
+/// Applies a logger configuration file to the published log.
+using LoggerConfigFileParser = ConfigFileParser<LoggerConfigFileScanner, LoggerParser>;

@@ -2,6 +2,9 @@
 
 #include "FileDescriptor.h"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <ctime>
 #include <optional>
 
@@ -81,13 +84,13 @@ long RingFiles::countLines(const std::string& path)
     const File file = openRegular(path, O_RDONLY, "r");
     if (!file)
         return 0;
-    long lines = 0;
-    int previous = '\n';
-    for (int character = std::getc(file.get()); character != EOF;
-         character = std::getc(file.get())) {
-        if (previous == '\n')
-            ++lines;
-        previous = character;
+    std::ptrdiff_t lines = 0;
+    char last = '\n';
+    std::array<char, 65536> block{};
+    while (const std::size_t length = std::fread(block.data(), 1, block.size(), file.get())) {
+        const auto* const end = block.begin() + length;
+        lines += std::count(block.cbegin(), end, '\n');
+        last = *(end - 1);
     }
-    return lines;
+    return last == '\n' ? lines : lines + 1;
 }

@@ -6,8 +6,9 @@
 
 /// The numbered text files base_0.txt, base_1.txt, ... that a trace or a log is written to in turn.
 ///
-/// Only regular files are opened: a folder, a FIFO, a device or a symbolic link in a file's place
-/// counts as a file that cannot be opened, and never blocks. Nothing is kept between the calls.
+/// Only regular files with one name are opened: a folder, a FIFO, a device, a symbolic link or a
+/// file with a second name counts as a file that cannot be opened, and never blocks. Nothing is
+/// kept between the calls.
 class RingFiles {
 public:
     struct Closer {

@@ -46,11 +46,6 @@ std::uint32_t shownAddress(const void* object)
     return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(object));
 }
 
-bool isCounted(const CallMarker& marker)
-{
-    return *marker.getClassName() != '\0';
-}
-
 std::string addressColumn(const CallMarker& marker)
 {
     if (marker.getObject() == nullptr)
@@ -60,7 +55,7 @@ std::string addressColumn(const CallMarker& marker)
 
 std::string countColumn(const CallMarker& marker, int count)
 {
-    if (!isCounted(marker))
+    if (!marker.isCounted())
         return addressColumn(marker);
     return MessageFormatter::text("[%-5d][0x%-8x]", count, shownAddress(marker.getObject()));
 }

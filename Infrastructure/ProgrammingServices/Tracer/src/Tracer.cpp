@@ -127,7 +127,7 @@ void Tracer::BeginningOfCall(CallMarker& marker)
 
 int Tracer::UpdateObjectCount(const CallMarker& marker)
 {
-    if (*marker.getClassName() == '\0')
+    if (!marker.isCounted())
         return 0;
     m_mutex.acquire();
     const int count = m_objectCounts[marker.getClassName()] += marker.isConstructor() ? 1 : -1;

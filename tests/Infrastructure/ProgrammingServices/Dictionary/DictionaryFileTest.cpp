@@ -135,7 +135,8 @@ TEST_F(DictionaryFile, ThatCannotBeWrittenIsToldToTheLog)
 
     EXPECT_THAT(
         log.lines(),
-        MatchesRegex(".*Saving the dictionary to " + path + " failed: .*No such file.*\n"));
+        MatchesRegex(
+            "\\[ERROR  \\] Saving the dictionary to " + path + " failed: .*No such file.*\n"));
 }
 
 TEST_F(DictionaryFile, ThatIsMissingCannotBeOpened)

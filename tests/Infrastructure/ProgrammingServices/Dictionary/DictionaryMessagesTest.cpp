@@ -5,6 +5,7 @@
 #include "PublishedTracer.h"
 #include "TemporaryFolder.h"
 
+#include <cstdint>
 #include <functional>
 #include <regex>
 #include <sstream>
@@ -18,6 +19,7 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAreArray;
+using testing::HasSubstr;
 
 /// The messages of a trace as "[D] text", with "*" for every address.
 std::vector<std::string> messagesIn(const std::string& trace)
@@ -156,8 +158,8 @@ INSTANTIATE_TEST_SUITE_P(
             },
             {"[D] Adding on * root for path k item IntBasicItem [*] name : 'k' value : '1'",
              "[D] Adding on key k item IntBasicItem [*] name : 'k' value : '1'",
-             "[D] Dictionary is now Dictionary [*] 'root' items :\tIntBasicItem [*] name : 'k' "
-             "value : '1'"}},
+             ("[D] Dictionary is now Dictionary [*] 'root' items :\tIntBasicItem [*] name : 'k' "
+              "value : '1'")}},
         Operation{
             "addValue of a new path",
             [](Dictionary& tree) {
@@ -168,8 +170,8 @@ INSTANTIATE_TEST_SUITE_P(
              "[D] Adding new dictionary on key d",
              "[D] Adding on * d for path k item BasicItem [*] name : 'k' value : 'z'",
              "[D] Adding on key k item BasicItem [*] name : 'k' value : 'z'",
-             "[D] Dictionary is now Dictionary [*] 'd' items :\tBasicItem [*] name : 'k' value : "
-             "'z'"}},
+             ("[D] Dictionary is now Dictionary [*] 'd' items :\tBasicItem [*] name : 'k' value : "
+              "'z'")}},
         Operation{
             "addValue below a leaf",
             [](Dictionary& tree) { tree.addValue("n.k", "z"); },
@@ -195,8 +197,8 @@ INSTANTIATE_TEST_SUITE_P(
              "[D] item is a dictionary", "[D] adding key i",
              "[D] Adding on * b for path i item IntBasicItem [*] name : 'i' value : '1'",
              "[D] Adding on key i item IntBasicItem [*] name : 'i' value : '1'",
-             "[D] Dictionary is now Dictionary [*] 'b' items :\tIntBasicItem [*] name : 'i' value "
-             ": '1'|\tBasicItem [*] name : 'k' value : 'x'"}},
+             ("[D] Dictionary is now Dictionary [*] 'b' items :\tIntBasicItem [*] name : 'i' value "
+              ": '1'|\tBasicItem [*] name : 'k' value : 'x'")}},
         Operation{
             "mergeDictionary",
             [](Dictionary& tree) {
@@ -208,12 +210,27 @@ INSTANTIATE_TEST_SUITE_P(
             },
             {"[D] getXmlVal returns 'a'", "[D] getXmlVal returns 'leaf'",
              "[D] getXmlVal returns 'n'", "[D] getXmlVal returns '1'",
-             "[D] merging under Dictionary [*] 'root' items :\tDictionary [*] 'a' items :"
-             "\t\tDictionary [*] 'leaf' items :\tIntBasicItem [*] name : 'n' value : '1'",
+             ("[D] merging under Dictionary [*] 'root' items :\tDictionary [*] 'a' items :"
+              "\t\tDictionary [*] 'leaf' items :\tIntBasicItem [*] name : 'n' value : '1'"),
              "[D] Looking for merge key a",
              "[D] merging under Dictionary [*] 'a' items :\tDictionary [*] 'leaf' items :",
              "[D] Looking for merge key leaf", "[W] incompatible structure for key leaf",
              "[D] Looking for merge key n"}}));
+
+INSTANTIATE_TEST_SUITE_P(
+    MergedLeaves, DictionaryMessages,
+    testing::Values(Operation{
+        "mergeDictionary of a leaf into a dictionary is silent",
+        [](Dictionary& tree) {
+            Dictionary other;
+            std::stringstream in("<dict>\n<key>a</key>\n<string>z</string>\n</dict>\n");
+            other.unMarshall(in);
+            tree.mergeDictionary(other);
+        },
+        {"[D] getXmlVal returns 'a'", "[D] getXmlVal returns 'z'",
+         ("[D] merging under Dictionary [*] 'root' items :\tBasicItem [*] name : 'a' "
+          "value : 'z'"),
+         "[D] Looking for merge key a"}}));
 
 INSTANTIATE_TEST_SUITE_P(
     Comparisons, DictionaryMessages,
@@ -277,6 +294,31 @@ TEST(DictionaryMessagesFromOutside, AreNoFormats)
     tree.getItem("%s%n%d.%s");
 
     EXPECT_THAT(messagesIn(tracer.lines()), Contains("[D] Head key %s%n%d not found"));
+}
+
+TEST(DictionaryMessageAddresses, AreThoseOfTheObjects)
+{
+    const auto address = [](const void* object) {
+        std::ostringstream text;
+        text << std::hex << static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(object));
+        return text.str();
+    };
+    Dictionary tree;
+    BasicItem item("k", "x");
+    const std::string shown = item.toString("");
+    const PublishedTracer tracer;
+
+    tree.setItem("k", item);
+    tree.getItemPath(item);
+    tree.getItem("k");
+
+    const std::string lines = tracer.lines();
+    EXPECT_THAT(
+        lines, HasSubstr("Adding on [" + address(&tree) + "] root for path k item " + shown));
+    EXPECT_THAT(
+        lines,
+        HasSubstr("looking for item [" + address(&item) + "] name k in " + address(&tree) + "\n"));
+    EXPECT_THAT(lines, HasSubstr("getting on [" + address(&tree) + "] root path k\n"));
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "RecordingItem.h"
 
 #include <memory>
+#include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -129,26 +130,6 @@ TEST(DictionarySetItem, StoresUnderEmptyKeys)
     EXPECT_STREQ(tree.getValue("a..b"), "x");
 }
 
-TEST(DictionarySetItem, KeepsAnEntryWhoseItemCouldNotBeCloned)
-{
-    RecordingItem::Record record;
-    record.cloneFails = true;
-    RecordingItem item(record);
-    Dictionary tree;
-
-    tree.setItem("a", item);
-    tree.addValue("b", "x");
-
-    EXPECT_TRUE(tree.hasKey("a"));
-    EXPECT_EQ(tree.getItem("a"), nullptr);
-    EXPECT_EQ(tree.getFirstItem(), nullptr);
-    EXPECT_EQ(tree.getValue("a.k"), nullptr);
-    EXPECT_EQ(tree.findItem("a"), nullptr);
-    EXPECT_TRUE(tree.equals(Dictionary(tree)));
-    EXPECT_EQ(tree.marshall(""), "<dict>\n\t<key>b</key>\n\t<string>x</string>\n</dict>\n");
-    EXPECT_TRUE(tree.doRemoveItem("a"));
-}
-
 TEST(DictionaryAddValue, NamesTheItemByTheLastKey)
 {
     Dictionary tree;
@@ -238,6 +219,21 @@ TEST(DictionaryAddDictionary, ReplacesASubDictionaryInsteadOfMerging)
 
     EXPECT_EQ(tree.getItem("target.sub.old"), nullptr);
     EXPECT_STREQ(tree.getValue("target.sub.fresh"), "y");
+}
+
+TEST(DictionaryAddDictionary, SplitsTheKeysOfTheSource)
+{
+    Dictionary source;
+    std::stringstream in("<dict>\n<key>a.b</key>\n<string>x</string>\n</dict>\n");
+    source.unMarshall(in);
+    Dictionary tree;
+    tree.addValue("t.c", "y");
+
+    tree.addDictionary("t", source);
+
+    EXPECT_TRUE(source.hasKey("a.b"));
+    EXPECT_STREQ(tree.getValue("t.a.b"), "x");
+    EXPECT_FALSE(tree.getItem("t")->getAsDictionary()->hasKey("a.b"));
 }
 
 TEST(DictionaryAddDictionary, DoesNothingWithoutATargetDictionary)

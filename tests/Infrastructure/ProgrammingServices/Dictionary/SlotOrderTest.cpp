@@ -91,9 +91,15 @@ TEST(SlotOrder, NothingElseOfItemAndDictionaryIsVirtual)
     EXPECT_FALSE(isVirtualOperation(&Item::getName));
     EXPECT_FALSE(isVirtualOperation(&Item::setName));
     EXPECT_FALSE(isVirtualOperation(&Dictionary::clear));
+    EXPECT_FALSE(isVirtualOperation<void (Dictionary::*)()>(&Dictionary::removeAllItems));
+    EXPECT_FALSE(isVirtualOperation<void (Dictionary::*)(Item&)>(&Dictionary::removeAllItems));
+    EXPECT_FALSE(isVirtualOperation<void (Dictionary::*)(Text)>(&Dictionary::removeItem));
+    EXPECT_FALSE(isVirtualOperation<void (Dictionary::*)(Item&)>(&Dictionary::removeItem));
     EXPECT_FALSE(isVirtualOperation(&Dictionary::doRemoveItem));
     EXPECT_FALSE(isVirtualOperation(&Dictionary::getFirstItem));
     EXPECT_FALSE(isVirtualOperation(&Dictionary::setItem));
+    EXPECT_FALSE(isVirtualOperation<void (Dictionary::*)(Text, Text)>(&Dictionary::addValue));
+    EXPECT_FALSE(isVirtualOperation<void (Dictionary::*)(Text, int)>(&Dictionary::addValue));
     EXPECT_FALSE(isVirtualOperation(&Dictionary::addDictionary));
     EXPECT_FALSE(isVirtualOperation(&Dictionary::mergeDictionary));
     EXPECT_FALSE(isVirtualOperation(&Dictionary::loadFromFile));

@@ -3,11 +3,12 @@
 #include "CallMarker.h"
 #include "CrashReport.h"
 #include "PublishedTracer.h"
+#include "VirtualSlot.h"
 
-#include <chrono>
 #include <functional>
 #include <future>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -333,20 +334,14 @@ TEST(KFThread, CurrentIdIsThatOfTheCaller)
     EXPECT_TRUE(pthread_equal(KFThread::getCurrentThreadId(), pthread_self()));
 }
 
-TEST(KFThread, SleepsAtLeastTheMilliseconds)
+TEST(KFThread, HasItsVirtualOperationsInTheFixedOrder)
 {
-    const auto before = std::chrono::steady_clock::now();
+    static_assert(std::has_virtual_destructor_v<KFThread>); // it has the slots 0 and 1
 
-    KFThread::msleep(1500);
-
-    EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(1500));
-}
-
-TEST(KFThread, SleepsAtLeastTheSeconds)
-{
-    const auto before = std::chrono::steady_clock::now();
-
-    KFThread::sleep(1);
-
-    EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::seconds(1));
+    EXPECT_EQ(virtualSlot(&KFThread::run), 2);
+    EXPECT_EQ(virtualSlot(&KFThread::onTerminate), 3);
+    EXPECT_FALSE(isVirtualOperation(&KFThread::start));
+    EXPECT_FALSE(isVirtualOperation(&KFThread::stop));
+    EXPECT_FALSE(isVirtualOperation(&KFThread::isRunning));
+    EXPECT_FALSE(isVirtualOperation(&KFThread::getHandle));
 }

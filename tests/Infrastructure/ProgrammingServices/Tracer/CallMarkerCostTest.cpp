@@ -1,14 +1,10 @@
+#include "Allocations.h"
 #include "CallMarker.h"
 #include "PublishedTracer.h"
-
-#include <cstdlib>
-#include <new>
 
 #include <gtest/gtest.h>
 
 namespace {
-
-int allocations = 0;
 
 void openMarkers()
 {
@@ -20,50 +16,32 @@ void openMarkers()
 
 } // namespace
 
-void* operator new(std::size_t size)
-{
-    ++allocations;
-    if (void* const memory = std::malloc(size))
-        return memory;
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t /*size*/) noexcept
-{
-    std::free(memory);
-}
-
 TEST(CallMarkerCost, IsNoAllocationWithoutATracer)
 {
-    const int before = allocations;
+    const Allocations allocations;
 
     openMarkers();
 
-    EXPECT_EQ(allocations, before);
+    EXPECT_EQ(allocations.count(), 0);
 }
 
 TEST(CallMarkerCost, IsNoAllocationWhileTheTracerIsInactive)
 {
     PublishedTracer tracer;
     tracer->setActive(false);
-    const int before = allocations;
+    const Allocations allocations;
 
     openMarkers();
 
-    EXPECT_EQ(allocations, before);
+    EXPECT_EQ(allocations.count(), 0);
 }
 
 TEST(CallMarkerCost, IsCountedWhenTracing)
 {
     PublishedTracer tracer;
-    const int before = allocations;
+    const Allocations allocations;
 
     openMarkers();
 
-    EXPECT_GT(allocations, before);
+    EXPECT_GT(allocations.count(), 0);
 }

@@ -97,6 +97,28 @@ TEST_F(CrashEnd, TellsTheListenersInTheOrderTheyWereAdded)
         testing::ExitedWithCode(0), testing::Eq("123"));
 }
 
+TEST_F(CrashEnd, TellsTheListenersWhenTheReportIsTracedToItsEnd)
+{
+    PublishedTracer tracer;
+    tracer->TraceTheCall("-KFExceptionHandler*");
+
+    EXPECT_EXIT(
+        {
+            tracer->BeginningOfThread("child");
+            reportAnd([&tracer] { Console::writeError(tracer.linesOfAllThreads()); });
+        },
+        testing::ExitedWithCode(0),
+        testing::Eq("[<id>][child          ]SIGNAL_FILTER\n"
+                    "[<id>][child          ]  >> [E] SIGNAL_SOTWARE_TERMINATION\n"
+                    "\n-------------- CALLSTACK --------------\n"
+                    "[<id>][child          ]    [1] SIGNAL_FILTER\n"
+                    "---------------------------------------\n"
+                    "\n-------------- OBJECT(S) COUNT --------------\n"
+                    "Class = KFExceptionHandler            , count = 000001\n"
+                    "---------------------------------------------\n"
+                    "SIGNAL_SOTWARE_TERMINATION\n"));
+}
+
 TEST_F(CrashEnd, SameSignalDuringTheReportEndsTheProcessAtOnce)
 {
     EXPECT_EXIT(reportAnd([] { raise(SIGTERM); }), testing::ExitedWithCode(0), testing::Eq(""));

@@ -52,6 +52,24 @@ TEST(Diagnostics, DrainWritesTheLogAlsoWhenTheTraceCannotBeOpened)
     EXPECT_EQ(tracer.folder().read("log_0.txt"), "pending\n");
 }
 
+TEST(Diagnostics, PendingTraceLinesAreWrittenWhenAMissingLogFileNameEndsTheProcess)
+{
+    PublishedTracer tracer;
+    tracer->setSynchronous(false);
+    Logger logger;
+    Logger::SetInstance(&logger);
+    const std::string file = tracer.folder().write("logger.cfg", "LOG_ON\n");
+
+    EXPECT_EXIT(
+        {
+            tracer->PrintString("pending\n");
+            logger.ReadConfigFile(file.c_str());
+        },
+        testing::ExitedWithCode(1), "");
+
+    EXPECT_EQ(tracer.lines(), "pending\n");
+}
+
 TEST(Diagnostics, DrainWithoutTracerAndLoggerDoesNothing)
 {
     ASSERT_EQ(Tracer::GetInstance(), nullptr);

@@ -1,5 +1,6 @@
 #include "KFExceptionHandler.h"
 
+#include "BlockedViolations.h"
 #include "CallMarker.h"
 #include "Contract.h"
 #include "CrashReport.h"
@@ -10,6 +11,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <map>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -33,6 +35,12 @@ struct Filtered {
     std::string message;
 };
 
+/// Never made: reaches what the handler keeps of a violation, which it reports in part only.
+struct KeptViolation : KFExceptionHandler {
+    using Parameters = std::map<std::string, std::string>;
+    static const Parameters& parameters() { return m_ExceptParams; }
+};
+
 class EverySignal : public testing::TestWithParam<Raised> {};
 class EverySignalNumber : public testing::TestWithParam<Filtered> {};
 class UntouchedSignal : public testing::TestWithParam<int> {};
@@ -47,13 +55,9 @@ struct sigaction installed(int host)
 /// Two violations whose one signal is delivered behind both.
 void violateTwiceAtOnce()
 {
-    sigset_t signals{};
-    sigemptyset(&signals);
-    sigaddset(&signals, SIGUSR1);
-    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    const BlockedViolations blocked;
     handler()->throwException(0, "FIRST", "first", "First", 1);
     handler()->throwException(0, "SECOND", "second", "Second", 2);
-    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
 void writeWhereNothingMayBeWritten()
@@ -246,6 +250,36 @@ TEST(KFExceptionHandler, KeepsTheLastViolationOnly)
     EXPECT_CRASH_REPORT(violateTwiceAtOnce(), "SECOND : second - In File : Second - At Line : 2");
 }
 
+TEST(KFExceptionHandler, KeepsFiveEmptyParametersBeforeAnyViolation)
+{
+    const KeptViolation::Parameters empty{
+        {"Code", ""}, {"Name", ""}, {"Description", ""}, {"InFile", ""}, {"AtLine", ""}};
+
+    EXPECT_EXIT(
+        {
+            handler();
+            _exit(KeptViolation::parameters() == empty ? 7 : 8);
+        },
+        testing::ExitedWithCode(7), "");
+}
+
+TEST(KFExceptionHandler, KeepsTheCodeOfAViolationToo)
+{
+    const KeptViolation::Parameters kept{
+        {"Code", "28"},
+        {"Name", "NAME"},
+        {"Description", "text"},
+        {"InFile", "F"},
+        {"AtLine", "12"}};
+
+    EXPECT_EXIT(
+        {
+            handler()->throwException(28, "NAME", "text", "F", 12);
+            _exit(KeptViolation::parameters() == kept ? 7 : 8);
+        },
+        testing::ExitedWithCode(7), "");
+}
+
 TEST(KFExceptionHandler, CutsTheMessageAt1023Characters)
 {
     const std::string text(2000, 'x');
@@ -316,6 +350,31 @@ TEST(KFExceptionHandler, TracesNoMessageWhenErrorTracesAreOff)
                                     "\n-------------- OBJECT(S) COUNT --------------\n"
                                     "Class = KFExceptionHandler            , count = 000001\n"
                                     "---------------------------------------------\n");
+}
+
+TEST(KFExceptionHandler, TracesNoMessageInACallThatTheFiltersHide)
+{
+    PublishedTracer tracer;
+    tracer->TraceTheCall("-SIGNAL_FILTER");
+
+    EXPECT_EXIT(
+        {
+            tracer->BeginningOfThread("child");
+            handler()->throwException(0, "NAME", "text", "F", 12);
+        },
+        testing::ExitedWithCode(0), "");
+
+    EXPECT_EQ(
+        tracer.linesOfAllThreads(),
+        "[<id>][child          ]KFExceptionHandler::constructor\n"
+        "[<id>][child          ]  >> [E] Cant install signal handler for 9 errno = 22.\n"
+        "[<id>][child          ]  >> [E] Cant install signal handler for 17 errno = 22.\n"
+        "\n-------------- CALLSTACK --------------\n"
+        "[<id>][child          ]    [1] SIGNAL_FILTER\n"
+        "---------------------------------------\n"
+        "\n-------------- OBJECT(S) COUNT --------------\n"
+        "Class = KFExceptionHandler            , count = 000001\n"
+        "---------------------------------------------\n");
 }
 
 TEST(KFExceptionHandler, TracesNothingWhileTracingIsOff)

@@ -2,13 +2,15 @@
 #include "Logger.h"
 #include "LoggerConfigFileParser.h"
 #include "TemporaryFolder.h"
+#include "WrittenFile.h"
 
-#include <thread>
-
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 namespace {
+
+const std::string noFileName = "please call Logger_SET_FILE_NAME(fileName)\n";
 
 class LoggerConfigFile : public testing::Test {
 protected:
@@ -33,13 +35,8 @@ protected:
         return testing::internal::GetCapturedStderr();
     }
 
-    void waitUntilWritten()
-    {
-        while (!m_logger.areAllMsgFlushed())
-            std::this_thread::yield();
-    }
-
     const TemporaryFolder m_folder;
+    const WrittenFile m_written{m_folder.path()};
     Logger m_logger;
 };
 
@@ -71,7 +68,7 @@ TEST_F(LoggerConfigFile, StartsTheBackgroundThreadWhenItSwitchesOn)
     read("LOG_SET_FILE_NAME app\nLOG_ON\n");
     m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "one");
 
-    waitUntilWritten();
+    waitUntilWritten(m_logger, m_written);
 
     EXPECT_EQ(m_folder.read("app_0.txt"), "[LEVEL_0] one\n");
 }
@@ -104,7 +101,17 @@ TEST_F(LoggerConfigFile, EndsTheProcessWhenItSwitchesOnWithoutAFileName)
             joinOutputs();
             read("LOG_ON\n");
         },
-        testing::ExitedWithCode(1), "^please call Logger_SET_FILE_NAME\\(fileName\\)\n");
+        testing::ExitedWithCode(1), testing::Eq(noFileName));
+}
+
+TEST_F(LoggerConfigFile, EndsTheProcessWithoutAFileNameAlsoWhenSynchronous)
+{
+    EXPECT_EXIT(
+        {
+            joinOutputs();
+            read("LOG_MUST_FLUSH\nLOG_ON\n");
+        },
+        testing::ExitedWithCode(1), testing::Eq(noFileName));
 }
 
 TEST_F(LoggerConfigFile, EndsTheProcessWhenAnErrorStandsBeforeTheFileName)
@@ -115,8 +122,7 @@ TEST_F(LoggerConfigFile, EndsTheProcessWhenAnErrorStandsBeforeTheFileName)
             read("LOG_ON\nwrong\nLOG_SET_FILE_NAME app\n");
         },
         testing::ExitedWithCode(1),
-        "^syntax error at line 2 of log config file\n"
-        "please call Logger_SET_FILE_NAME\\(fileName\\)\n");
+        testing::Eq("syntax error at line 2 of log config file\n" + noFileName));
 }
 
 TEST_F(LoggerConfigFile, KeepsWhatStandsBeforeAnError)
@@ -129,6 +135,18 @@ TEST_F(LoggerConfigFile, KeepsWhatStandsBeforeAnError)
 
     EXPECT_TRUE(m_logger.isActive());
     EXPECT_FALSE(m_logger.printsTime());
+}
+
+TEST_F(LoggerConfigFile, StartsTheBackgroundThreadAlsoWhenAnErrorStandsBehindTheFileName)
+{
+    const std::string file =
+        m_folder.write("logger.cfg", "LOG_ON\nLOG_SET_FILE_NAME app\nwrong\nLOG_OFF\n");
+
+    EXPECT_EQ(errorsOf(file), "syntax error at line 3 of log config file\n");
+    m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "one");
+    waitUntilWritten(m_logger, m_written);
+
+    EXPECT_EQ(m_folder.read("app_0.txt"), "[LEVEL_0] one\n");
 }
 
 TEST_F(LoggerConfigFile, WarnsWhenItIsMissing)

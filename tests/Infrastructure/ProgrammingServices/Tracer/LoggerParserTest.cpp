@@ -92,6 +92,14 @@ TEST_F(LoggerParserTest, SetsTheMaximumOfFiles)
     EXPECT_EQ(m_logger.getMaxFiles(), 2147483647);
 }
 
+TEST_F(LoggerParserTest, TakesZeroForTheMaxima)
+{
+    EXPECT_TRUE(parse("LOG_SET_MAX_LINES 0\nLOG_SET_MAX_FILES 0\n"));
+
+    EXPECT_EQ(m_logger.getMaxLinesPerFile(), 0);
+    EXPECT_EQ(m_logger.getMaxFiles(), 0);
+}
+
 TEST_F(LoggerParserTest, AddsErrorAndLevelZeroToTheMask)
 {
     EXPECT_TRUE(parse("LOG_SET_MSG_FILTER LOG_ERROR LOG_LEVEL_0\n"));
@@ -160,20 +168,6 @@ TEST_F(LoggerParserTest, ComesTooLateWithTheMaximumOfFilesBehindTheName)
     EXPECT_EQ(inTime, folder.file("app_11.txt"));
 }
 
-TEST_F(LoggerParserTest, LeavesTheDefaultsOnEmptyContent)
-{
-    EXPECT_TRUE(parse(""));
-
-    EXPECT_FALSE(m_logger.isActive());
-}
-
-TEST_F(LoggerParserTest, DropsALastCommandWithoutEndOfLine)
-{
-    EXPECT_TRUE(parse("LOG_ON"));
-
-    EXPECT_FALSE(m_logger.isActive());
-}
-
 TEST_F(LoggerParserTest, StopsAtASyntaxErrorAndKeepsWhatWasApplied)
 {
     testing::internal::CaptureStderr();
@@ -203,11 +197,9 @@ TEST_P(LoggerParserWrongLine, IsASyntaxError)
 INSTANTIATE_TEST_SUITE_P(
     Lines, LoggerParserWrongLine,
     testing::Values(
-        "LOG_TOAST", "log_on", "TRACE_ON", "please LOG_ON", "LOG_ON 1", "LOG_OFF LOG_ON",
-        "LOG_CLOCK on", "LOG_MUST_FLUSH yes", "LOG_SET_FILE_NAME", "LOG_SET_FILE_NAME a b",
-        "LOG_SET_MAX_LINES", "LOG_SET_MAX_LINES many", "LOG_SET_MAX_LINES -5",
-        "LOG_SET_MAX_FILES +5", "LOG_SET_MAX_FILES 4294967296", "LOG_SET_MSG_FILTER",
-        "LOG_SET_MSG_FILTER TRACE_ERROR", "LOG_SET_MSG_FILTER ERROR", "LOG_ERROR"));
+        "log_on", "TRACE_ON", "please LOG_ON", "LOG_ON 1", "LOG_OFF 1", "LOG_CLOCK 1",
+        "LOG_MUST_FLUSH 1", "LOG_SET_FILE_NAME", "LOG_SET_MAX_LINES many", "LOG_SET_MAX_FILES many",
+        "LOG_SET_MSG_FILTER", "LOG_SET_MSG_FILTER TRACE_ERROR"));
 
 TEST(LoggerParser, IgnoresCommandsWhenNoLogIsPublished)
 {

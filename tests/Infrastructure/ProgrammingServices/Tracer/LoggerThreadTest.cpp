@@ -1,41 +1,104 @@
 #include "CallMarker.h"
 #include "Logger.h"
+#include "LoggerFlushThread.h"
+#include "ProcessThreads.h"
 #include "PublishedTracer.h"
 #include "TemporaryFolder.h"
+#include "WrittenFile.h"
 
 #include <algorithm>
 #include <chrono>
+#include <memory>
+#include <optional>
+#include <regex>
 #include <sstream>
 #include <thread>
 #include <vector>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace {
 
-std::ptrdiff_t countThreads()
+class TracedFlushThread : public LoggerFlushThread {
+public:
+    TracedFlushThread() : LoggerFlushThread(nullptr) {}
+    void run() override { const CallMarker marker("run"); }
+};
+
+/// Returns when every background thread that runs already has had the time of a pass: another log's
+/// thread, begun later, has made two.
+void waitForAPassOfEveryThread()
 {
-    return std::distance(
-        std::filesystem::directory_iterator("/proc/self/task"),
-        std::filesystem::directory_iterator());
+    const TemporaryFolder folder;
+    const WrittenFile written(folder.path());
+    Logger other;
+    other.SetFileName(folder.file("other"));
+
+    other.Initialize();
+
+    EXPECT_TRUE(written.wait());
+    EXPECT_TRUE(written.wait());
 }
 
 } // namespace
 
-TEST(LoggerFlushThread, WritesPendingLinesNoEarlierThanAfterASecond)
+TEST(LoggerFlushThread, WritesPendingLinesNoEarlierThanAfterASecondAndAgain)
 {
-    const auto before = std::chrono::steady_clock::now();
     const TemporaryFolder folder;
+    const WrittenFile written(folder.path());
     Logger logger;
+    logger.SetFileName(folder.file("app"));
+    const auto before = std::chrono::steady_clock::now();
+
+    logger.PrintMsg(LoggerMsgType::LEVEL_0, "first");
+    logger.Initialize();
+    ASSERT_TRUE(written.wait());
+    EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::seconds(1));
+    EXPECT_EQ(folder.read("app_0.txt"), "[LEVEL_0] first\n");
+
+    logger.PrintMsg(LoggerMsgType::LEVEL_0, "second");
+    while (!logger.areAllMsgFlushed())
+        ASSERT_TRUE(written.wait());
+    EXPECT_EQ(folder.read("app_0.txt"), "[LEVEL_0] first\n[LEVEL_0] second\n");
+}
+
+TEST(LoggerFlushThread, WritesInALaterPassWhatAPassCouldNotWrite)
+{
+    const TemporaryFolder folder;
+    const std::string secondName = folder.file("second name");
+    ASSERT_EQ(link(folder.write("app_0.txt", "").c_str(), secondName.c_str()), 0);
+    const WrittenFile written(folder.path());
+    // Never destroyed: its thread holds its mutex for ever.
+    static Logger& logger = *std::make_unique<Logger>().release();
     logger.SetFileName(folder.file("app"));
     logger.PrintMsg(LoggerMsgType::LEVEL_0, "one");
 
+    testing::internal::CaptureStderr();
     logger.Initialize();
-    while (!logger.areAllMsgFlushed())
-        std::this_thread::yield();
+    ASSERT_TRUE(written.wait());
+    EXPECT_EQ(folder.read("app_0.txt"), "") << "a file of two names is refused";
+    unlink(secondName.c_str());
+    // The first of these passes may have begun before the name was gone.
+    for (int pass = 0; pass < 2 && folder.read("app_0.txt").empty(); ++pass)
+        ASSERT_TRUE(written.wait());
 
-    EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::seconds(1));
     EXPECT_EQ(folder.read("app_0.txt"), "[LEVEL_0] one\n");
+    EXPECT_THAT(
+        testing::internal::GetCapturedStderr(),
+        testing::StartsWith("Logger : can't open " + folder.file("app_0.txt") + "\n"));
+}
+
+TEST(LoggerFlushThread, HasNoNameInTraces)
+{
+    const PublishedTracer tracer;
+    TracedFlushThread thread;
+
+    thread.start();
+    thread.stop();
+
+    EXPECT_EQ(tracer.linesOfAllThreads(), "[<id>][<id>]run\n") << "named by its number";
 }
 
 TEST(LoggerFlushThread, IsOneThreadForALog)
@@ -44,11 +107,11 @@ TEST(LoggerFlushThread, IsOneThreadForALog)
     Logger logger;
     logger.SetFileName(folder.file("app"));
     logger.Initialize();
-    const std::ptrdiff_t before = countThreads();
+    const std::ptrdiff_t before = threadsOfTheProcess();
 
     logger.Initialize();
 
-    EXPECT_EQ(countThreads(), before);
+    EXPECT_EQ(threadsOfTheProcess(), before);
 }
 
 TEST(LoggerFlushThread, IsNotStartedForASynchronousLog)
@@ -57,24 +120,30 @@ TEST(LoggerFlushThread, IsNotStartedForASynchronousLog)
     Logger logger;
     logger.setSynchronous(true);
     logger.SetFileName(folder.file("app"));
-    const std::ptrdiff_t before = countThreads();
+    const std::ptrdiff_t before = threadsOfTheProcess();
 
     logger.Initialize();
 
-    EXPECT_EQ(countThreads(), before);
+    EXPECT_EQ(threadsOfTheProcess(), before);
 }
 
-TEST(LoggerFlushThread, SurvivesItsLog)
+TEST(LoggerFlushThread, SurvivesItsLogAndWritesForItNoMore)
 {
     const TemporaryFolder folder;
-    auto logger = std::make_unique<Logger>();
+    std::optional<Logger> logger(std::in_place);
     logger->SetFileName(folder.file("app"));
     logger->Initialize();
-    const std::ptrdiff_t before = countThreads();
+    const std::ptrdiff_t before = threadsOfTheProcess();
 
-    logger.reset();
+    // The next log stands where the former one stood, without a thread of its own.
+    logger.emplace();
+    logger->SetFileName(folder.file("app"));
+    logger->PrintMsg(LoggerMsgType::LEVEL_0, "waiting");
+    waitForAPassOfEveryThread();
 
-    EXPECT_EQ(countThreads(), before);
+    EXPECT_FALSE(logger->areAllMsgFlushed());
+    EXPECT_EQ(folder.read("app_0.txt"), "");
+    EXPECT_EQ(threadsOfTheProcess(), before + 1) << "the one that was waited for, too";
 }
 
 class LoggerThreads : public testing::TestWithParam<bool> {};
@@ -139,8 +208,20 @@ TEST(LoggerThreads, MayChangeTheOptionsWhileOthersLog)
     }
     writer.join();
 
+    logger.setActive(true);
+    TAV_LOG(LoggerMsgType::LEVEL_0, "%d", 1000);
     logger.FinishLogging();
-    EXPECT_TRUE(logger.areAllMsgFlushed());
+
+    int previous = -1;
+    std::istringstream lines(folder.read("app_0.txt"));
+    const std::regex wholeLine(R"((\[\d\d:\d\d:\d\d-\d\d\d\])?\[LEVEL_0\] (\d+))");
+    for (std::string line; std::getline(lines, line);) {
+        std::smatch parts;
+        ASSERT_TRUE(std::regex_match(line, parts, wholeLine)) << line;
+        ASSERT_LT(previous, std::stoi(parts.str(2))) << line;
+        previous = std::stoi(parts.str(2));
+    }
+    EXPECT_EQ(previous, 1000);
 }
 
 TEST(LoggerThreads, MayTraceAndLogAtTheSameTime)

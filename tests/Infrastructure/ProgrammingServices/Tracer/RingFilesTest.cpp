@@ -276,6 +276,10 @@ TEST(RingFiles, CountsTheLinesThatGetlineReads)
     EXPECT_EQ(RingFiles::countLines(folder.write("ended", "a\n\nb\n")), 3);
     EXPECT_EQ(RingFiles::countLines(folder.write("open", "a\nb")), 2);
     EXPECT_EQ(RingFiles::countLines(folder.write("blank", "\n")), 1);
+    const std::string many(200001, '\n');
+    EXPECT_EQ(RingFiles::countLines(folder.write("many", many)), 200001);
+    EXPECT_EQ(RingFiles::countLines(folder.write("long", std::string(65536, 'a'))), 1);
+    EXPECT_EQ(RingFiles::countLines(folder.write("edge", std::string(65535, 'a') + "\nb")), 2);
 }
 
 TEST(RingFiles, CountsNoLinesOfWhatCannotBeRead)

@@ -1,15 +1,20 @@
 #include "CrashReport.h"
 #include "FileContent.h"
 #include "JoinedOutputs.h"
-#include "KFThread.h"
 #include "TemporaryFolder.h"
 #include "Tracer.h"
 #include "TracerConfigFileParser.h"
+#include "WrittenFile.h"
 
+#include <string>
+
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 namespace {
+
+const std::string noFileName = "please call TRACE_SET_FILE_NAME(\"baseFileName\")\n";
 
 class TracerConfigFile : public testing::Test {
 protected:
@@ -35,6 +40,7 @@ protected:
     }
 
     const TemporaryFolder m_folder;
+    const WrittenFile m_written{m_folder.path()};
     Tracer m_tracer;
 };
 
@@ -54,8 +60,7 @@ TEST_F(TracerConfigFile, StartsTheBackgroundThreadWhenItSwitchesOn)
     read("TRACE_ON\nTRACE_SET_FILE_NAME app\n");
     m_tracer.PrintString("line\n");
 
-    while (!m_tracer.areAllMsgFlushed())
-        KFThread::msleep(1);
+    waitUntilWritten(m_tracer, m_written);
 
     EXPECT_EQ(m_folder.read("app_0.txt"), "line\n");
 }
@@ -88,7 +93,7 @@ TEST_F(TracerConfigFile, EndsTheProcessWhenItSwitchesOnWithoutAFileName)
             joinOutputs();
             read("TRACE_ON\n");
         },
-        testing::ExitedWithCode(1), "^please call TRACE_SET_FILE_NAME\\(\"baseFileName\"\\)\n");
+        testing::ExitedWithCode(1), testing::Eq(noFileName));
 }
 
 TEST_F(TracerConfigFile, EndsTheProcessWhenTheFileNameStandsBeforeTraceOn)
@@ -98,7 +103,40 @@ TEST_F(TracerConfigFile, EndsTheProcessWhenTheFileNameStandsBeforeTraceOn)
             joinOutputs();
             read("TRACE_SET_FILE_NAME app\nTRACE_ON\n");
         },
-        testing::ExitedWithCode(1), "^please call TRACE_SET_FILE_NAME\\(\"baseFileName\"\\)\n");
+        testing::ExitedWithCode(1), testing::Eq(noFileName));
+}
+
+TEST_F(TracerConfigFile, EndsTheProcessWithoutAFileNameAlsoWhenSynchronous)
+{
+    EXPECT_EXIT(
+        {
+            joinOutputs();
+            read("TRACE_ON\nTRACE_MUST_FLUSH\n");
+        },
+        testing::ExitedWithCode(1), testing::Eq(noFileName));
+}
+
+TEST_F(TracerConfigFile, EndsTheProcessWhenAnErrorStandsBeforeTheFileName)
+{
+    EXPECT_EXIT(
+        {
+            joinOutputs();
+            read("TRACE_ON\nwrong\nTRACE_SET_FILE_NAME app\n");
+        },
+        testing::ExitedWithCode(1),
+        testing::Eq("syntax error at line 2 of tracer config file\n" + noFileName));
+}
+
+TEST_F(TracerConfigFile, StartsTheBackgroundThreadAlsoWhenAnErrorStandsBehindTheFileName)
+{
+    const std::string file =
+        m_folder.write("tracer.cfg", "TRACE_ON\nTRACE_SET_FILE_NAME app\nwrong\nTRACE_OFF\n");
+
+    EXPECT_EQ(errorsOf(file), "syntax error at line 3 of tracer config file\n");
+    m_tracer.PrintString("line\n");
+    waitUntilWritten(m_tracer, m_written);
+
+    EXPECT_EQ(m_folder.read("app_0.txt"), "line\n");
 }
 
 TEST_F(TracerConfigFile, WarnsWhenItIsMissing)
@@ -131,6 +169,19 @@ TEST_F(TracerConfigFile, TellsTheLineOfAnError)
 
     EXPECT_EQ(errorsOf(file), "syntax error at line 3 of tracer config file\n");
     EXPECT_FALSE(m_tracer.isActive());
+}
+
+TEST_F(TracerConfigFile, ActsOnThePublishedTracerAlone)
+{
+    Tracer other;
+
+    other.ReadConfigFile(
+        m_folder.write("tracer.cfg", "TRACE_ON\nTRACE_SET_FILE_NAME app\n").c_str());
+
+    EXPECT_FALSE(other.isActive());
+    EXPECT_EQ(other.getCurrentFileName(), "");
+    EXPECT_TRUE(m_tracer.isActive());
+    EXPECT_EQ(m_tracer.getCurrentFileName(), m_folder.file("app_0.txt"));
 }
 
 TEST_F(TracerConfigFile, IsParsedWithoutInitializingTheTracer)

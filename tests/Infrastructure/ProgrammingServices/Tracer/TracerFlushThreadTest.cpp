@@ -1,53 +1,26 @@
 #include "TracerFlushThread.h"
 
+#include "CallMarker.h"
+#include "ProcessThreads.h"
 #include "PublishedTracer.h"
+#include "WrittenFile.h"
 
-#include <array>
 #include <chrono>
-#include <cstddef>
-#include <filesystem>
-#include <iterator>
-#include <string>
 
 #include <gtest/gtest.h>
-#include <sys/inotify.h>
-#include <unistd.h>
 
 namespace {
-
-/// Waits for a file of a folder to be closed after writing.
-class WrittenFile {
-public:
-    explicit WrittenFile(const std::string& folder) : m_notifier(inotify_init1(IN_CLOEXEC))
-    {
-        inotify_add_watch(m_notifier, folder.c_str(), IN_CLOSE_WRITE);
-    }
-    ~WrittenFile() { close(m_notifier); }
-
-    WrittenFile(const WrittenFile&) = delete;
-    WrittenFile& operator=(const WrittenFile&) = delete;
-
-    bool wait() const
-    {
-        std::array<char, 4096> events{};
-        return read(m_notifier, events.data(), events.size()) > 0;
-    }
-
-private:
-    int m_notifier;
-};
-
-std::ptrdiff_t threadsOfTheProcess()
-{
-    const std::filesystem::directory_iterator tasks("/proc/self/task");
-    return std::distance(begin(tasks), end(tasks));
-}
 
 class TracerFlushThreadTest : public testing::Test {
 protected:
     TracerFlushThreadTest() { m_tracer->setSynchronous(false); }
 
     PublishedTracer m_tracer;
+};
+
+class TracedFlushThread : public TracerFlushThread {
+public:
+    void run() override { const CallMarker marker("run"); }
 };
 
 } // namespace
@@ -64,8 +37,7 @@ TEST_F(TracerFlushThreadTest, WritesPendingLinesNoEarlierThanAfterASecondAndAgai
     EXPECT_EQ(m_tracer.lines(), "first\n");
 
     m_tracer->PrintString("second\n");
-    while (!m_tracer->areAllMsgFlushed())
-        ASSERT_TRUE(written.wait());
+    waitUntilWritten(*Tracer::GetInstance(), written);
     EXPECT_EQ(m_tracer.lines(), "first\nsecond\n");
 }
 
@@ -77,6 +49,17 @@ TEST_F(TracerFlushThreadTest, IsNotStartedWhenSynchronous)
     m_tracer->Initialize();
 
     EXPECT_EQ(threadsOfTheProcess(), before);
+}
+
+TEST_F(TracerFlushThreadTest, HasNoNameInTraces)
+{
+    m_tracer->setSynchronous(true);
+    TracedFlushThread thread;
+
+    thread.start();
+    thread.stop();
+
+    EXPECT_EQ(m_tracer.linesOfAllThreads(), "[<id>][<id>]run\n") << "named by its number";
 }
 
 TEST(TracerFlushThread, EndsWhenThereIsNoTracer)

@@ -2,6 +2,7 @@
 
 #include "TemporaryFolder.h"
 #include "Tracer.h"
+#include "TracerOptions.h"
 
 #include <functional>
 
@@ -95,19 +96,28 @@ INSTANTIATE_TEST_SUITE_P(
             "TRACE_SET_FILE_NAME console",
             [](Tracer& tracer) { return tracer.getCurrentFileName() == "console"; }},
         OptionCase{
-            "TRACE_SET_FILE_NAME /tmp/tav-absent/app",
-            [](Tracer& tracer) {
-                return tracer.getCurrentFileName() == "/tmp/tav-absent/app_0.txt";
-            }},
-        OptionCase{
             "TRACE_SET_MAX_LINES 5000",
             [](Tracer& tracer) { return tracer.getMaxLinesPerFile() == 5000; }},
         OptionCase{
             "TRACE_SET_MAX_FILES 2147483647",
             [](Tracer& tracer) { return tracer.getMaxFiles() == 2147483647; }},
+        OptionCase{
+            "TRACE_SET_MAX_LINES 0",
+            [](Tracer& tracer) { return tracer.getMaxLinesPerFile() == 0; }},
+        OptionCase{
+            "TRACE_SET_MAX_FILES 0", [](Tracer& tracer) { return tracer.getMaxFiles() == 0; }},
         OptionCase{"TRACE_SET_MSG_FILTER TRACE_ERROR TRACE_WARNING", [](Tracer& tracer) {
                        return tracer.getMsgTypeMask() == 6;
                    }}));
+
+TEST_F(TracerParserTest, SetsThePathOfTheRing)
+{
+    const TemporaryFolder folder;
+
+    EXPECT_TRUE(parse("TRACE_ON\nTRACE_SET_FILE_NAME " + folder.file("app") + "\n"));
+
+    EXPECT_EQ(m_tracer.getCurrentFileName(), folder.file("app_0.txt"));
+}
 
 struct TypeWordCase {
     std::string word;
@@ -158,11 +168,14 @@ TEST_F(TracerParserTest, TracesAllButWhatIsForbidden)
 class TracerParserBufferFormat : public TracerParserTest,
                                  public testing::WithParamInterface<std::string> {};
 
-TEST_P(TracerParserBufferFormat, IsAccepted)
+TEST_P(TracerParserBufferFormat, IsAcceptedAndHasNoEffect)
 {
+    Tracer switchedOn;
+    switchedOn.setActive(true);
+
     EXPECT_TRUE(parse(GetParam() + "\nTRACE_ON\n" + GetParam() + "\n"));
 
-    EXPECT_TRUE(m_tracer.isActive());
+    EXPECT_EQ(optionsOf(m_tracer), optionsOf(switchedOn));
 }
 
 INSTANTIATE_TEST_SUITE_P(

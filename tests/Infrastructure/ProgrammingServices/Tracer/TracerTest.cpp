@@ -1,11 +1,11 @@
 #include "Tracer.h"
 
+#include "BlockedViolations.h"
 #include "CallMarker.h"
 #include "CrashReport.h"
 #include "JoinedOutputs.h"
 #include "PublishedTracer.h"
 
-#include <csignal>
 #include <string>
 #include <thread>
 
@@ -44,24 +44,6 @@ void call(const char* methodName)
 {
     const CallMarker marker(methodName);
 }
-
-/// Nothing of a violation is reported before the scope ends.
-class BlockedViolations {
-public:
-    BlockedViolations()
-    {
-        sigemptyset(&m_signals);
-        sigaddset(&m_signals, SIGUSR1);
-        pthread_sigmask(SIG_BLOCK, &m_signals, nullptr);
-    }
-    ~BlockedViolations() { pthread_sigmask(SIG_UNBLOCK, &m_signals, nullptr); }
-
-    BlockedViolations(const BlockedViolations&) = delete;
-    BlockedViolations& operator=(const BlockedViolations&) = delete;
-
-private:
-    sigset_t m_signals{};
-};
 
 void setNoInstanceWithBlockedViolations()
 {
@@ -367,6 +349,23 @@ TEST_F(TracerTest, CallThatIsOpenWhenItsThreadIsDisabledEndsWithoutALine)
     m_tracer->PrintStacks();
 
     EXPECT_EQ(m_tracer.lines(), "[<id>][test           ]outer\n");
+}
+
+TEST_F(TracerTest, CallThatWasPrintedStillTakesMessagesWhileItsThreadIsDisabled)
+{
+    m_tracer->setPrintExit(true);
+    {
+        const CallMarker marker("outer");
+        m_tracer->Disable();
+        TAV_TRACE(marker, TraceMsgType::D, "still %s", "written");
+        call("hidden");
+        m_tracer->Enable();
+    }
+
+    EXPECT_EQ(
+        m_tracer.lines(), "[<id>][test           ]outer\n"
+                          "[<id>][test           ]  >> [D] still written\n"
+                          "[<id>][test           ]  <- outer\n");
 }
 
 TEST_F(TracerTest, DisablingConcernsTheCallingThreadAlone)

@@ -1,5 +1,6 @@
 #include "CallMarker.h"
 #include "PublishedTracer.h"
+#include "TracerParser.h"
 
 #include <algorithm>
 #include <atomic>
@@ -73,6 +74,28 @@ TEST(TracerThreads, EveryThreadTracesItsOwnCallsWhileOthersChangeTheOptionsAndPr
     EXPECT_EQ(count(lines, "]    >> [D] number 7\n"), c_threads);
     EXPECT_EQ(count(lines, "][worker 63      ]Outer::constructor\n"), c_calls);
     EXPECT_EQ(count(lines, "Class = Outer                         , count = 003200\n"), 1);
+}
+
+TEST(TracerThreads, TracingIsSwitchedWhileAConfigurationFileIsParsed)
+{
+    constexpr int turns = 1000;
+    Tracer tracer;
+    Tracer::SetInstance(&tracer);
+
+    std::thread switching([&tracer] {
+        for (int turn = 0; turn < turns; ++turn)
+            tracer.setActive(turn % 2 == 0);
+    });
+    for (int turn = 0; turn < turns; ++turn) {
+        TracerScanner scanner("TRACE_SET_MSG_FILTER TRACE_ERROR\nTRACE_CALL_EXIT\n");
+        ASSERT_TRUE(TracerParser(scanner).parse());
+    }
+    switching.join();
+    TracerScanner scanner("TRACE_ON\nTRACE_SET_MAX_FILES 7\n");
+    ASSERT_TRUE(TracerParser(scanner).parse());
+
+    EXPECT_TRUE(tracer.isActive());
+    EXPECT_EQ(tracer.getMaxFiles(), 7);
 }
 
 TEST(TracerThreads, TracingIsSwitchedWhileThreadsOpenMarkers)

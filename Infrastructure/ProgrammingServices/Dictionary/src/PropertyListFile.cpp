@@ -1,0 +1,83 @@
+#include "PropertyListFile.h"
+
+#include "CallMarker.h"
+#include "Dictionary.h"
+#include "KFDictionaryFileException.h"
+#include "KFDictionaryParsingException.h"
+#include "Logger.h"
+#include "SafeFile.h"
+
+#include <algorithm>
+#include <exception>
+#include <optional>
+#include <sstream>
+#include <utility>
+
+namespace {
+
+// The unit that reports name: the operations are those of the dictionary.
+constexpr const char* s_unit = "Infrastructure/ProgrammingServices/Dictionary/src/Dictionary";
+
+constexpr const char* s_begin = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                "<plist version=\"1.0\">\n";
+// kept: no line end follows
+constexpr const char* s_end = "</plist>";
+
+bool nextLineHas(const char* tag, std::stringstream& in)
+{
+    std::string line;
+    std::getline(in, line);
+    return line.find(tag) != std::string::npos;
+}
+
+} // namespace
+
+PropertyListFile::PropertyListFile(const CallMarker& marker, std::string path)
+    : m_marker(marker), m_path(std::move(path))
+{
+}
+
+void PropertyListFile::load(Dictionary& dictionary) const
+{
+    std::stringstream in(read());
+    if (!nextLineHas("<?xml", in)) {
+        TAV_TRACE(m_marker, TraceMsgType::E, "No XML header found");
+        throw KFDictionaryParsingException("No XML header found", s_unit, 876);
+    }
+    if (!nextLineHas("<plist version=\"1.0\"", in)) {
+        TAV_TRACE(m_marker, TraceMsgType::E, "Incorrect plist or bad version");
+        throw KFDictionaryParsingException("Incorrect plist or bad version", s_unit, 870);
+    }
+    dictionary.unMarshall(in);
+}
+
+std::string PropertyListFile::read() const
+{
+    std::optional<std::string> text = SafeFile::read(m_path);
+    if (!text) {
+        TAV_TRACE(m_marker, TraceMsgType::E, "Can't open file %s", m_path.c_str());
+        throw KFDictionaryFileException("Can't open file", s_unit, 882);
+    }
+    // kept: a zero byte ends the text
+    text->resize(std::min(text->size(), text->find('\0')));
+    return *std::move(text);
+}
+
+void PropertyListFile::save(Dictionary& dictionary) const
+{
+    const std::string failure = replaceBy(dictionary);
+    if (!failure.empty())
+        TAV_LOG(
+            LoggerMsgType::ERROR, "Saving the dictionary to %s failed: %s", m_path.c_str(),
+            failure.c_str());
+}
+
+std::string PropertyListFile::replaceBy(Dictionary& dictionary) const
+{
+    try {
+        const std::string text = s_begin + dictionary.marshall("") + s_end;
+        return SafeFile::replace(m_path, text, SafeFile::Backup::keep);
+    } catch (const std::exception& error) {
+        return error.what();
+    }
+}
