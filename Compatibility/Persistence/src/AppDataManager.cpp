@@ -7,26 +7,28 @@
 #include "PatternFileFinder.h"
 
 #include <algorithm>
-#include <array>
+#include <filesystem>
 #include <set>
+#include <system_error>
+#include <utility>
 
 AppDataManager* AppDataManager::s_instance = nullptr;
 
 namespace {
 
-/// The stores of the domain, made when they are not there yet.
+/// The stores of the domain, made when they are not there yet: both or none.
 template<typename Manager>
 const t_PersistencePair<Manager>& findOrMake(
     std::map<std::string, t_PersistencePair<Manager>>& stores, const std::string& scope,
     const std::string& domain)
 {
     CallMarker marker("findOrMake");
-    auto& pair = stores[domain];
-    if (pair.first == nullptr) {
-        pair.first = std::make_unique<Manager>(scope, domain, PERSISTENCE_CURRENT_USER);
-        pair.second = std::make_unique<Manager>(scope, domain, PERSISTENCE_ALL_USERS);
-    }
-    return pair;
+    if (const auto found = stores.find(domain); found != stores.end())
+        return found->second;
+    t_PersistencePair<Manager> pair = {
+        std::make_unique<Manager>(scope, domain, PERSISTENCE_CURRENT_USER),
+        std::make_unique<Manager>(scope, domain, PERSISTENCE_ALL_USERS)};
+    return stores.emplace(domain, std::move(pair)).first->second;
 }
 
 void addFiles(const std::string& folder, std::set<std::string>& names)
@@ -34,10 +36,30 @@ void addFiles(const std::string& folder, std::set<std::string>& names)
     CallMarker marker("addFiles");
     PatternFileFinder finder(folder, "*.*");
     std::string name;
-    for (bool found = finder.findFirstFile(name); found; found = finder.findNextFile(name)) {
-        if (name != "." && name != "..")
-            names.insert(name);
-    }
+    for (bool found = finder.findFirstFile(name); found; found = finder.findNextFile(name))
+        names.insert(name);
+}
+
+/// Whether the path of the scope may leave the maker's folder, or is cut before its end.
+bool leadsElsewhere(const std::string& scope)
+{
+    CallMarker marker("leadsElsewhere");
+    const std::filesystem::path path(scope);
+    return scope.find('\0') != std::string::npos ||
+           std::any_of(path.begin(), path.end(), [](const std::filesystem::path& part) {
+               return part == "." || part == "..";
+           });
+}
+
+/// What a link names is somebody else's.
+void deleteUnlessLink(const std::string& folder)
+{
+    CallMarker marker("deleteUnlessLink");
+    // Behind a link, a separator at the end would lead to its target.
+    const std::string entry = folder.substr(0, folder.find_last_not_of('/') + 1);
+    std::error_code ignored;
+    if (!std::filesystem::is_symlink(entry, ignored))
+        FileSystemManagement::deleteFolder(folder, true);
 }
 
 } // namespace
@@ -65,10 +87,8 @@ void AppDataManager::getDataPath(
     std::string& userPath, std::string& allUsersPath, const std::string& scope) const
 {
     CallMarker marker("AppDataManager::getDataPath", this);
-    const char separator = FileSystemManagement::getFolderSeparator();
-    const std::string scopeFolder = separator + std::string("Pelora") + separator + scope;
-    userPath = FileSystemManagement::getUserAppDataDirectory() + scopeFolder;
-    allUsersPath = FileSystemManagement::getCommonAppDataDirectory() + scopeFolder;
+    userPath = DataFolder::getPath(scope, PERSISTENCE_CURRENT_USER);
+    allUsersPath = DataFolder::getPath(scope, PERSISTENCE_ALL_USERS);
 }
 
 std::string AppDataManager::getAllUsersDataPath() const
@@ -80,24 +100,29 @@ std::string AppDataManager::getAllUsersDataPath() const
     return allUsersPath + FileSystemManagement::getFolderSeparator();
 }
 
-std::string AppDataManager::getPathForFile(const std::string& domain, const std::string& file) const
+std::array<std::string, 2> AppDataManager::getDomainFolders(const std::string& domain) const
 {
-    CallMarker marker("AppDataManager::getPathForFile", this);
+    CallMarker marker("AppDataManager::getDomainFolders", this);
     const char separator = FileSystemManagement::getFolderSeparator();
     std::string userPath;
     std::string allUsersPath;
     getDataPath(userPath, allUsersPath, m_globalScope);
-    const std::string domainFolder = separator + domain + separator;
-    // The executable's folder comes with a separator of its own.
-    const std::array<std::string, 3> folders = {
-        userPath + domainFolder, allUsersPath + domainFolder,
-        FileSystemManagement::getCurrentExecutableDirectory() + domain + separator};
+    const std::string folder = separator + domain + separator;
+    return {userPath + folder, allUsersPath + folder};
+}
 
-    const auto* const found =
-        std::find_if(folders.begin(), folders.end(), [&file](const std::string& folder) {
-            return FileSystemManagement::existFile(folder + file);
-        });
-    return found == folders.end() ? folders.front() : *found;
+std::string AppDataManager::getPathForFile(const std::string& domain, const std::string& file) const
+{
+    CallMarker marker("AppDataManager::getPathForFile", this);
+    const auto [user, allUsers] = getDomainFolders(domain);
+    // The executable's folder comes with a separator of its own.
+    const std::string besideExecutable = FileSystemManagement::getCurrentExecutableDirectory() +
+                                         domain + FileSystemManagement::getFolderSeparator();
+    for (const std::string& folder : {user, allUsers, besideExecutable}) {
+        if (FileSystemManagement::existFile(folder + file))
+            return folder;
+    }
+    return user;
 }
 
 void AppDataManager::createAllUsersDataFolder() const
@@ -109,13 +134,9 @@ void AppDataManager::createAllUsersDataFolder() const
 std::list<std::string> AppDataManager::getFiles(const std::string& domain) const
 {
     CallMarker marker("AppDataManager::getFiles", this);
-    const char separator = FileSystemManagement::getFolderSeparator();
-    std::string userPath;
-    std::string allUsersPath;
-    getDataPath(userPath, allUsersPath, m_globalScope);
     std::set<std::string> names;
-    addFiles(userPath + separator + domain + separator, names);
-    addFiles(allUsersPath + separator + domain + separator, names);
+    for (const std::string& folder : getDomainFolders(domain))
+        addFiles(folder, names);
     return {names.begin(), names.end()};
 }
 
@@ -181,10 +202,12 @@ bool AppDataManager::writeUnformattedParamForAllUsers(
 void AppDataManager::removeDomainData(const std::string& domain) const
 {
     CallMarker marker("AppDataManager::removeDomainData", this);
-    getPersistence(domain).first->eraseAllParams();
-    getPersistence(domain).second->eraseAllParams();
-    getBinaryPersistence(domain).first->eraseAllParams();
-    getBinaryPersistence(domain).second->eraseAllParams();
+    const auto& texts = getPersistence(domain);
+    texts.first->eraseAllParams();
+    texts.second->eraseAllParams();
+    const auto& bytes = getBinaryPersistence(domain);
+    bytes.first->eraseAllParams();
+    bytes.second->eraseAllParams();
 }
 
 void AppDataManager::removeAllData(const std::string& scope) const
@@ -193,9 +216,11 @@ void AppDataManager::removeAllData(const std::string& scope) const
     std::string userPath;
     std::string allUsersPath;
     for (const std::string& folder : {scope, std::string(FOLDERNAME_DOWNLOADS)}) {
+        if (leadsElsewhere(folder))
+            continue;
         getDataPath(userPath, allUsersPath, folder);
-        FileSystemManagement::deleteFolder(userPath, true);
-        FileSystemManagement::deleteFolder(allUsersPath, true);
+        deleteUnlessLink(userPath);
+        deleteUnlessLink(allUsersPath);
     }
     getDataPath(userPath, allUsersPath, "");
     FileSystemManagement::DeleteEmptyFolder(userPath);

@@ -3,6 +3,7 @@
 #include "BinaryPersistenceManager.h"
 #include "PersistenceManager.h"
 
+#include <array>
 #include <list>
 #include <map>
 #include <memory>
@@ -79,11 +80,16 @@ public:
     /// Erases the domain's parameters, the user's and all users'.
     void removeDomainData(const std::string& domain) const;
     /// Deletes the folders of a scope and the downloads, then the maker's when nothing is left in
-    /// it, the user's and all users'.
+    /// it, the user's and all users'. A link in the place of a folder stays, and so does its
+    /// target; of a scope that leads elsewhere (with "." or ".." in its path) the downloads alone
+    /// are deleted.
     void removeAllData(const std::string& scope) const;
 
 private:
     AppDataManager();
+
+    /// The domain's user folder and its all-users folder, with a separator at their end.
+    std::array<std::string, 2> getDomainFolders(const std::string& domain) const;
 
     static AppDataManager* s_instance;
 

@@ -9,7 +9,7 @@
 
 AppDataPersistence::AppDataPersistence(
     const std::string& scope, const std::string& domain, t_PersistenceMode mode)
-    : m_filePath(getPersistenceFilePath(scope, domain, mode))
+    : m_filePath(getPersistenceFilePath(scope, domain, mode)), m_mode(mode)
 {
     CallMarker marker("AppDataPersistence", "AppDataPersistence::constructor", true, this);
 }
@@ -24,9 +24,12 @@ bool AppDataPersistence::writeParam(const std::string& name, const std::string& 
     CallMarker marker("AppDataPersistence::writeParam", this);
     if (!ParameterText::isStorable(name, value))
         return false;
-    ParameterText text;
-    if (!readPersistenceFile(text) && FileSystemManagement::existFile(m_filePath))
+    m_mutex.acquire();
+    const auto content = ParameterFile::read(m_filePath);
+    m_mutex.release();
+    if (!content)
         return false;
+    ParameterText text = ParameterText::parse(*content);
     text.parameters[name] = value;
     return writePersistenceFile(text);
 }
@@ -65,14 +68,12 @@ bool AppDataPersistence::readPersistenceFile(ParameterText& text)
     m_mutex.acquire();
     const auto content = SafeFile::read(m_filePath);
     m_mutex.release();
-    if (!content)
-        return false;
-    text = ParameterText::parse(*content);
-    return true;
+    text = ParameterText::parse(content.value_or(std::string()));
+    return content.has_value();
 }
 
 bool AppDataPersistence::writePersistenceFile(const ParameterText& text)
 {
     CallMarker marker("AppDataPersistence::writePersistenceFile", this);
-    return ParameterFile::replace(m_filePath, text.toText());
+    return ParameterFile::replace(m_filePath, m_mode, text.toText());
 }

@@ -2,7 +2,6 @@
 
 #include "CallMarker.h"
 #include "DataFolder.h"
-#include "FileSystemManagement.h"
 #include "ParameterFile.h"
 #include "SafeFile.h"
 
@@ -11,7 +10,8 @@
 
 BinaryAppDataPersistence::BinaryAppDataPersistence(
     const std::string& scope, const std::string& domain, t_PersistenceMode mode)
-    : m_filePath(BinaryAppDataPersistence::getPersistenceFilePath(scope, domain, mode))
+    : m_filePath(BinaryAppDataPersistence::getPersistenceFilePath(scope, domain, mode)),
+      m_mode(mode)
 {
     CallMarker marker(
         "BinaryAppDataPersistence", "BinaryAppDataPersistence::constructor", true, this);
@@ -29,9 +29,10 @@ bool BinaryAppDataPersistence::writeUnformattedParam(
     CallMarker marker("BinaryAppDataPersistence::writeUnformattedParam", this);
     if (size < 0 || (data == nullptr && size > 0))
         return false;
-    t_BinaryParamMap parameters;
-    if (!readPersistenceFile(parameters) && FileSystemManagement::existFile(m_filePath))
+    const auto content = ParameterFile::read(m_filePath);
+    if (!content)
         return false;
+    t_BinaryParamMap parameters = ParameterRecords::parse(*content);
     parameters.insert_or_assign(name, t_Param(name, data, size));
     return writePersistenceFile(parameters);
 }
@@ -70,16 +71,13 @@ std::string BinaryAppDataPersistence::getPersistenceFilePath(
 bool BinaryAppDataPersistence::readPersistenceFile(t_BinaryParamMap& parameters)
 {
     CallMarker marker("BinaryAppDataPersistence::readPersistenceFile", this);
-    parameters.clear();
     const auto content = SafeFile::read(m_filePath);
-    if (!content)
-        return false;
-    parameters = ParameterRecords::parse(*content);
-    return true;
+    parameters = ParameterRecords::parse(content.value_or(std::string()));
+    return content.has_value();
 }
 
 bool BinaryAppDataPersistence::writePersistenceFile(const t_BinaryParamMap& parameters)
 {
     CallMarker marker("BinaryAppDataPersistence::writePersistenceFile", this);
-    return ParameterFile::replace(m_filePath, ParameterRecords::toBytes(parameters));
+    return ParameterFile::replace(m_filePath, m_mode, ParameterRecords::toBytes(parameters));
 }

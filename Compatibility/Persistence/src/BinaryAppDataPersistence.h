@@ -5,8 +5,11 @@
 /// The binary parameters of one domain, kept in the file "<domain>_binary.dat".
 ///
 /// Every operation reads the whole file, and a write replaces it whole: another process sees the
-/// old parameters or the new, and of two that write at once the last one's stay. A failed write
-/// leaves the old file; a missing file holds no parameters.
+/// old parameters or the new, and of two that write at once the last one's stay. Where the folder
+/// takes no new file it is written in place: one that reads meanwhile may see a mix, which no
+/// write starts from, and of two that write at once one fails.
+///
+/// A failed write leaves the old file; a missing file holds no parameters.
 class BinaryAppDataPersistence : public BinaryPersistence {
 public:
     /// Makes the folder of the file when it is missing.
@@ -14,8 +17,9 @@ public:
         const std::string& scope, const std::string& domain, t_PersistenceMode mode);
     ~BinaryAppDataPersistence() override;
 
-    /// False also for a negative size, for bytes that are null, and when there is a file that
-    /// cannot be read, whose parameters would be lost.
+    /// Makes the folder of the file again when it is gone. False also for a negative size, for
+    /// bytes that are null, and when there is a file that cannot be read, whose parameters would be
+    /// lost.
     bool writeUnformattedParam(const std::string& name, const char* data, int size) override;
     char* readUnformattedParam(const std::string& name, int& size) override;
     /// Leaves an empty file, which is made when there is none.
@@ -27,4 +31,5 @@ public:
 
 private:
     std::string m_filePath;
+    t_PersistenceMode m_mode;
 };

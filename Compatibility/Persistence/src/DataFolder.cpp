@@ -15,11 +15,28 @@ std::string DataFolder::getBase(t_PersistenceMode mode)
     return {};
 }
 
+std::string DataFolder::getPath(const std::string& scope, t_PersistenceMode mode)
+{
+    CallMarker marker("DataFolder::getPath");
+    const char separator = FileSystemManagement::getFolderSeparator();
+    return getBase(mode) + separator + "Pelora" + separator + scope;
+}
+
+void DataFolder::makeMissing(const std::string& folder, t_PersistenceMode mode)
+{
+    CallMarker marker("DataFolder::makeMissing");
+    const unsigned int permissions = mode == PERSISTENCE_ALL_USERS ? 0755 : 0700;
+    // It fails where another process makes a folder above meanwhile, and that one is there then.
+    if (!FileSystemManagement::existFile(folder) &&
+        !FileSystemManagement::createFolder(folder, permissions))
+        FileSystemManagement::createFolder(folder, permissions);
+}
+
 std::string DataFolder::create(const std::string& scope, t_PersistenceMode mode)
 {
     CallMarker marker("DataFolder::create");
-    const char separator = FileSystemManagement::getFolderSeparator();
-    std::string path = getBase(mode) + separator + "Pelora" + separator + scope + separator;
-    FileSystemManagement::createFolder(path, mode == PERSISTENCE_ALL_USERS ? 0755 : 0700);
-    return path;
+    makeMissing(getPath("", mode), mode);
+    std::string folder = getPath(scope, mode) + FileSystemManagement::getFolderSeparator();
+    makeMissing(folder, mode);
+    return folder;
 }

@@ -37,7 +37,31 @@ std::optional<std::string_view> takeBlock(std::string_view& bytes)
 t_Param::t_Param(std::string name, const char* data, std::int32_t size)
     : m_name(std::move(name)), m_data(data, static_cast<std::size_t>(size))
 {
-    CallMarker marker("t_Param::constructor", this);
+    CallMarker marker("t_Param", "t_Param::constructor", true, this);
+}
+
+t_Param::t_Param(const t_Param& other) : m_name(other.m_name), m_data(other.m_data)
+{
+    CallMarker marker("t_Param", "t_Param::constructor", true, this);
+}
+
+t_Param::t_Param(t_Param&& other) noexcept
+    : m_name(std::move(other.m_name)), m_data(std::move(other.m_data))
+{
+    CallMarker marker("t_Param", "t_Param::constructor", true, this);
+}
+
+t_Param::~t_Param()
+{
+    CallMarker marker("t_Param", "t_Param::destructor", false, this);
+}
+
+t_Param& t_Param::operator=(t_Param other) noexcept
+{
+    CallMarker marker("t_Param::operator=", this);
+    m_name.swap(other.m_name);
+    m_data.swap(other.m_data);
+    return *this;
 }
 
 const std::string& t_Param::getName() const

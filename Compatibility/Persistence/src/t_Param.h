@@ -13,6 +13,10 @@ class t_Param {
 public:
     /// Copies `size` bytes.
     t_Param(std::string name, const char* data, std::int32_t size);
+    t_Param(const t_Param& other);
+    t_Param(t_Param&& other) noexcept;
+    ~t_Param();
+    t_Param& operator=(t_Param other) noexcept;
 
     const std::string& getName() const;
     std::int32_t getBufferSize() const;

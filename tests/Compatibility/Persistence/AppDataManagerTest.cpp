@@ -108,6 +108,35 @@ TEST_F(AppDataManagerTest, EmptyGlobalScopeLeavesItsSeparatorsInThePath)
     EXPECT_EQ(manager.getAllUsersDataPath(), allUsers + "/Pelora//");
 }
 
+TEST_F(AppDataManagerTest, EmptyGlobalScopeHasItsDomainsInTheMakersFolder)
+{
+    manager.setGlobalScope("");
+    EXPECT_EQ(manager.getPathForFile("domain", "file"), user + "/Pelora//domain/");
+
+    put(allUsers + "/Pelora/domain/", "file");
+    EXPECT_EQ(manager.getPathForFile("domain", "file"), allUsers + "/Pelora//domain/");
+}
+
+TEST_F(AppDataManagerTest, EmptyDomainIsTheFolderOfTheScope)
+{
+    EXPECT_EQ(manager.getPathForFile("", "file"), user + "/Pelora/scope//");
+
+    put(allUsers + "/Pelora/scope/", "file");
+    EXPECT_EQ(manager.getPathForFile("", "file"), allUsers + "/Pelora/scope//");
+
+    put(user + "/Pelora/scope/", "file");
+    EXPECT_EQ(manager.getPathForFile("", "file"), user + "/Pelora/scope//");
+}
+
+TEST_F(AppDataManagerTest, EmptyDomainBesideTheExecutableIsTheFolderOfTheExecutable)
+{
+    const std::string self = FileSystemManagement::getCurrentExecutableName();
+
+    EXPECT_EQ(
+        manager.getPathForFile("", self),
+        FileSystemManagement::getCurrentExecutableDirectory() + "/");
+}
+
 TEST_F(AppDataManagerTest, AskingForPathsMakesNoFolder)
 {
     manager.getAllUsersDataPath();
@@ -123,6 +152,13 @@ TEST_F(AppDataManagerTest, FileOfBothFoldersIsFoundInTheUserFolder)
     put(allUsers + "/Pelora/scope/domain/", "file");
 
     EXPECT_EQ(manager.getPathForFile("domain", "file"), user + "/Pelora/scope/domain/");
+}
+
+TEST_F(AppDataManagerTest, FolderOfTheFilesNameCountsAsTheFile)
+{
+    fs::create_directories(allUsers + "/Pelora/scope/domain/file");
+
+    EXPECT_EQ(manager.getPathForFile("domain", "file"), allUsers + "/Pelora/scope/domain/");
 }
 
 TEST_F(AppDataManagerTest, FileOfTheAllUsersFolderAloneIsFoundThere)

@@ -1,6 +1,5 @@
-#include "AppDataManager.h"
+#include "AppDataFixture.h"
 #include "OwnedBytes.h"
-#include "PrivateDataFolders.h"
 
 #include <filesystem>
 
@@ -13,12 +12,8 @@ namespace {
 
 using Names = std::list<std::string>;
 
-/// The manager lives as long as the process and keeps the stores of a domain for ever, so each test
-/// has a domain of its own: the name of the test.
-class AppDataParametersTest : public testing::Test {
+class AppDataParametersTest : public AppDataFixture {
 protected:
-    AppDataParametersTest() { manager.setGlobalScope("scope"); }
-
     std::string userFile(const std::string& suffix) const
     {
         return folders.user().read("Pelora/scope/" + domain + suffix);
@@ -33,15 +28,6 @@ protected:
         const OwnedBytes data(manager.readUnformattedParam(domain, name, size));
         return data == nullptr ? "none" : std::string(data.get(), static_cast<std::size_t>(size));
     }
-    static void put(const TemporaryFolder& folder, const std::string& name)
-    {
-        fs::create_directories(fs::path(folder.file(name)).parent_path());
-        folder.write(name, "x");
-    }
-
-    PrivateDataFolders folders;
-    const std::string domain = testing::UnitTest::GetInstance()->current_test_info()->name();
-    AppDataManager& manager = *AppDataManager::getInstance();
 };
 
 } // namespace
@@ -122,13 +108,59 @@ TEST_F(AppDataParametersTest, UsersBytesOfSizeZeroAreNoMiss)
 TEST_F(AppDataParametersTest, StoresKeepTheirFilesWhenTheScopeChanges)
 {
     manager.writeParam(domain, "a", "1");
+    manager.writeParamForAllUsers(domain, "a", "1");
 
     manager.setGlobalScope("other");
     manager.writeParam(domain, "b", "2");
+    manager.writeParamForAllUsers(domain, "b", "2");
     manager.writeParam(domain + " of later", "c", "3");
 
     EXPECT_EQ(userFile(".dat"), "a=1\nb=2\n");
+    EXPECT_EQ(allUsersFile(".dat"), "a=1\nb=2\n");
     EXPECT_EQ(folders.user().read("Pelora/other/" + domain + " of later.dat"), "c=3\n");
+}
+
+TEST_F(AppDataParametersTest, BinaryStoresKeepTheirFilesWhenTheScopeChanges)
+{
+    manager.writeUnformattedParam(domain, "a", "A", 1);
+    manager.writeUnformattedParamForAllUsers(domain, "a", "A", 1);
+
+    manager.setGlobalScope("other");
+    manager.writeUnformattedParam(domain, "b", "B", 1);
+    manager.writeUnformattedParamForAllUsers(domain, "b", "B", 1);
+    manager.writeUnformattedParam(domain + " of later", "c", "C", 1);
+
+    const std::string both = "\x02\0\0\0a\0\x01\0\0\0A\x02\0\0\0b\0\x01\0\0\0B"s;
+    EXPECT_EQ(userFile("_binary.dat"), both);
+    EXPECT_EQ(allUsersFile("_binary.dat"), both);
+    EXPECT_EQ(
+        folders.user().read("Pelora/other/" + domain + " of later_binary.dat"),
+        "\x02\0\0\0c\0\x01\0\0\0C"s);
+}
+
+TEST_F(AppDataParametersTest, EmptyDomainKeepsItsParametersInFilesOfNoName)
+{
+    manager.setGlobalScope(domain);
+
+    manager.writeParam("", "a", "1");
+    manager.writeUnformattedParam("", "a", "A", 1);
+
+    EXPECT_EQ(folders.user().read("Pelora/" + domain + "/.dat"), "a=1\n");
+    EXPECT_EQ(
+        folders.user().read("Pelora/" + domain + "/_binary.dat"), "\x02\0\0\0a\0\x01\0\0\0A"s);
+}
+
+TEST_F(AppDataParametersTest, EmptyScopeKeepsItsParametersInTheMakersFolder)
+{
+    manager.setGlobalScope("");
+
+    manager.writeParam(domain, "a", "1");
+    manager.writeParamForAllUsers(domain, "b", "2");
+    manager.writeUnformattedParam(domain, "a", "A", 1);
+
+    EXPECT_EQ(folders.user().read("Pelora/" + domain + ".dat"), "a=1\n");
+    EXPECT_EQ(folders.allUsers().read("Pelora/" + domain + ".dat"), "b=2\n");
+    EXPECT_EQ(folders.user().read("Pelora/" + domain + "_binary.dat"), "\x02\0\0\0a\0\x01\0\0\0A"s);
 }
 
 TEST_F(AppDataParametersTest, RemovingDomainDataEmptiesItsFourFiles)
@@ -144,9 +176,10 @@ TEST_F(AppDataParametersTest, RemovingDomainDataEmptiesItsFourFiles)
     std::string value;
     EXPECT_FALSE(manager.readParam(domain, "a", value));
     EXPECT_EQ(readBytes("a"), "none");
-    EXPECT_EQ(fs::file_size(folders.user().file("Pelora/scope/" + domain + ".dat")), 0U);
-    EXPECT_EQ(fs::file_size(folders.allUsers().file("Pelora/scope/" + domain + ".dat")), 0U);
-    EXPECT_EQ(fs::file_size(folders.allUsers().file("Pelora/scope/" + domain + "_binary.dat")), 0U);
+    for (const TemporaryFolder* base : {&folders.user(), &folders.allUsers()}) {
+        EXPECT_EQ(fs::file_size(base->file("Pelora/scope/" + domain + ".dat")), 0U);
+        EXPECT_EQ(fs::file_size(base->file("Pelora/scope/" + domain + "_binary.dat")), 0U);
+    }
     EXPECT_TRUE(manager.readParam(domain + " spared", "a", value));
 }
 
@@ -184,55 +217,24 @@ TEST_F(AppDataParametersTest, DoesNotListNamesWithoutAFullStop)
     EXPECT_EQ(manager.getFiles("domain"), (Names{"inner.d", "inner.d/plain"}));
 }
 
+TEST_F(AppDataParametersTest, ListsTheWholeScopeForTheEmptyDomain)
+{
+    put(folders.user(), "Pelora/scope/a.txt");
+    put(folders.allUsers(), "Pelora/scope/domain/b.txt");
+
+    EXPECT_EQ(manager.getFiles(""), (Names{"a.txt", "domain/b.txt"}));
+}
+
+TEST_F(AppDataParametersTest, ListsFilesOfTheEmptyScope)
+{
+    manager.setGlobalScope("");
+    put(folders.user(), "Pelora/domain/a.txt");
+    put(folders.allUsers(), "Pelora/domain/b.txt");
+
+    EXPECT_EQ(manager.getFiles("domain"), (Names{"a.txt", "b.txt"}));
+}
+
 TEST_F(AppDataParametersTest, ListsNothingOfMissingFolders)
 {
     EXPECT_EQ(manager.getFiles("domain"), Names());
-}
-
-TEST_F(AppDataParametersTest, RemovingAllDataLeavesNothingOfTheLastScope)
-{
-    put(folders.user(), "Pelora/scope/domain/a.txt");
-    put(folders.allUsers(), "Pelora/scope/a.txt");
-    put(folders.user(), "Pelora/Downloads/a.txt");
-    put(folders.allUsers(), "Pelora/Downloads/inner/a.txt");
-
-    manager.removeAllData("scope");
-
-    EXPECT_TRUE(fs::is_empty(folders.user().path()));
-    EXPECT_TRUE(fs::is_empty(folders.allUsers().path()));
-}
-
-TEST_F(AppDataParametersTest, RemovingAllDataSparesOtherScopesButNotTheDownloads)
-{
-    put(folders.user(), "Pelora/scope/a.txt");
-    put(folders.user(), "Pelora/other/a.txt");
-    put(folders.user(), "Pelora/Downloads/a.txt");
-    put(folders.user(), "Another/a.txt");
-
-    manager.removeAllData("scope");
-
-    EXPECT_FALSE(fs::exists(folders.user().file("Pelora/scope")));
-    EXPECT_FALSE(fs::exists(folders.user().file("Pelora/Downloads")));
-    EXPECT_EQ(folders.user().read("Pelora/other/a.txt"), "x");
-    EXPECT_EQ(folders.user().read("Another/a.txt"), "x");
-}
-
-TEST_F(AppDataParametersTest, RemovingAllDataTakesTheScopeAsGivenNotTheGlobalOne)
-{
-    put(folders.user(), "Pelora/scope/a.txt");
-    put(folders.user(), "Pelora/other/a.txt");
-
-    manager.removeAllData("other");
-
-    EXPECT_EQ(folders.user().read("Pelora/scope/a.txt"), "x");
-    EXPECT_FALSE(fs::exists(folders.user().file("Pelora/other")));
-}
-
-TEST_F(AppDataParametersTest, RemovingAllDataSparesAFileInTheFoldersPlace)
-{
-    put(folders.user(), "Pelora/scope");
-
-    manager.removeAllData("scope");
-
-    EXPECT_EQ(folders.user().read("Pelora/scope"), "x");
 }

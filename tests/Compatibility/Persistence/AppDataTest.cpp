@@ -5,7 +5,10 @@
 
 #include <filesystem>
 
+#include <gtest/gtest.h>
+
 namespace fs = std::filesystem;
+using namespace std::string_literals;
 
 namespace {
 
@@ -19,8 +22,6 @@ std::string readBytes(const AppData& data, const std::string& name)
 }
 
 } // namespace
-
-#include <gtest/gtest.h>
 
 TEST(AppData, FindsFilesOfItsDomain)
 {
@@ -92,7 +93,9 @@ TEST(AppData, KeepsBinaryParametersOfItsDomain)
     EXPECT_TRUE(data.writeUnformattedParam("a", "A", 1));
     EXPECT_TRUE(data.writeUnformattedParamForAllUsers("b", "B", 1));
 
-    EXPECT_TRUE(fs::exists(folders.user().file("Pelora/scope/bytes_binary.dat")));
+    EXPECT_EQ(folders.user().read("Pelora/scope/bytes_binary.dat"), "\x02\0\0\0a\0\x01\0\0\0A"s);
+    EXPECT_EQ(
+        folders.allUsers().read("Pelora/scope/bytes_binary.dat"), "\x02\0\0\0b\0\x01\0\0\0B"s);
     EXPECT_EQ(readBytes(data, "a"), "A");
     EXPECT_EQ(readBytes(data, "b"), "B");
     EXPECT_EQ(readBytes(AppData("no bytes"), "a"), "none");

@@ -1,7 +1,5 @@
 #include "BinaryAppDataPersistence.h"
 
-#include "FullDisk.h"
-#include "OrdinaryUser.h"
 #include "OwnedBytes.h"
 #include "PrivateDataFolders.h"
 #include "VirtualSlot.h"
@@ -10,7 +8,6 @@
 #include <optional>
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 namespace fs = std::filesystem;
 using namespace std::string_literals;
@@ -76,6 +73,21 @@ TEST_F(BinaryAppDataPersistenceTest, UnreadableFileEmptiesTheMap)
     EXPECT_FALSE(store.readPersistenceFile(parameters));
 
     EXPECT_TRUE(parameters.empty());
+}
+
+TEST_F(BinaryAppDataPersistenceTest, ReadsAndWritesItsWholeMap)
+{
+    const std::string bytes = "\x02\0\0\0a\0\x01\0\0\0A\x02\0\0\0b\0\x01\0\0\0B"s;
+    folders.user().write(FILE_NAME, bytes);
+    t_BinaryParamMap parameters;
+    parameters.emplace("former", t_Param("former", "x", 1));
+
+    EXPECT_TRUE(store.readPersistenceFile(parameters));
+
+    EXPECT_EQ(ParameterRecords::toBytes(parameters), bytes);
+    parameters.erase("a");
+    EXPECT_TRUE(store.writePersistenceFile(parameters));
+    EXPECT_EQ(content(), "\x02\0\0\0b\0\x01\0\0\0B"s);
 }
 
 TEST_F(BinaryAppDataPersistenceTest, WritesThirteenBytesForNameAAndThreeBytes)
@@ -175,63 +187,6 @@ TEST_F(BinaryAppDataPersistenceTest, TruncatedRecordEndsReadingAndWritingKeepsTh
 
     EXPECT_TRUE(write("c", "C"));
     EXPECT_EQ(content(), "\x02\0\0\0a\0\x01\0\0\0A\x02\0\0\0c\0\x01\0\0\0C"s);
-}
-
-TEST_F(BinaryAppDataPersistenceTest, FolderInTheFilesPlaceIsRefused)
-{
-    fs::create_directories(path() + "/inside");
-
-    EXPECT_EQ(read("a"), std::nullopt);
-    EXPECT_FALSE(write("a", "A"));
-    store.eraseAllParams();
-
-    EXPECT_TRUE(fs::is_directory(path() + "/inside"));
-}
-
-TEST_F(BinaryAppDataPersistenceTest, FifoInTheFilesPlaceIsRefusedWithoutWaiting)
-{
-    ASSERT_EQ(mkfifo(path().c_str(), 0600), 0);
-
-    EXPECT_EQ(read("a"), std::nullopt);
-    EXPECT_FALSE(write("a", "A"));
-    store.eraseAllParams();
-
-    EXPECT_TRUE(fs::is_fifo(path()));
-}
-
-TEST_F(BinaryAppDataPersistenceTest, UnwritableFileAndFolderKeepTheOldContent)
-{
-    write("a", "A");
-    const std::string before = content();
-    for (const char* folder : {"", "Pelora", "Pelora/scope"})
-        fs::permissions(folders.user().file(folder), fs::perms{0755});
-
-    EXPECT_TRUE(asOrdinaryUser([this] { return read("a") == "A" && !write("a", "B"); }));
-
-    EXPECT_EQ(content(), before);
-}
-
-TEST_F(BinaryAppDataPersistenceTest, WriteThatFailsHalfwayKeepsTheOldContent)
-{
-    write("a", "A");
-    const std::string before = content();
-
-    EXPECT_TRUE(onFullDisk(15, [this] { return !write("b", std::string(100, 'x')); }));
-
-    EXPECT_EQ(content(), before);
-}
-
-TEST_F(BinaryAppDataPersistenceTest, UnreadableFileIsNotReplacedByTheOneNewParameter)
-{
-    write("a", "A");
-    const std::string before = content();
-    fs::permissions(path(), fs::perms{0});
-    for (const char* folder : {"", "Pelora", "Pelora/scope"})
-        fs::permissions(folders.user().file(folder), fs::perms{0777});
-
-    EXPECT_TRUE(asOrdinaryUser([this] { return read("a") == std::nullopt && !write("b", "B"); }));
-
-    EXPECT_EQ(content(), before);
 }
 
 TEST(BinaryPersistence, SlotsFollowTheDestructorInTheirFixedOrder)

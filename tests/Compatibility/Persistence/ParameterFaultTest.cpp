@@ -1,51 +1,70 @@
-#include "AppDataPersistence.h"
-#include "BinaryAppDataPersistence.h"
+#include "BothStores.h"
 #include "PrivateDataFolders.h"
 #include "SystemCallFaults.h"
 
 #include <cerrno>
+#include <filesystem>
 
 #include <gtest/gtest.h>
 
-// A call that fails once, at any step, the first reading included, must not cost a parameter.
+namespace {
 
-TEST(ParameterFaults, CostNoTextParameter)
+template<typename Store>
+class ParameterFaults : public testing::Test {
+};
+
+TYPED_TEST_SUITE(ParameterFaults, BothStores, StoreNames);
+
+/// How many system calls one more parameter takes, when none fails.
+template<typename Store>
+int countSteps()
 {
-    bool happened = true;
-    for (int nth = 1; happened; ++nth) {
+    const PrivateDataFolders folders;
+    Store store;
+    store.write("a", "1");
+    const SystemCallFaults faults;
+    EXPECT_TRUE(store.write("b", "2"));
+    return faults.counted();
+}
+
+} // namespace
+
+// A call that fails once, at any step, the first reading included, must not cost a parameter.
+TYPED_TEST(ParameterFaults, CostNoParameter)
+{
+    const std::string before = TypeParam::contentOf("a", "1");
+    const std::string after = before + TypeParam::contentOf("b", "2");
+    const int steps = countSteps<TypeParam>();
+    constexpr int leastSteps = 12; // reading, then a new file's opening, writing, renaming, syncing
+    ASSERT_GE(steps, leastSteps);
+
+    for (int nth = 1; nth <= steps; ++nth) {
         SCOPED_TRACE(nth);
         const PrivateDataFolders folders;
-        AppDataPersistence store("scope", "domain", PERSISTENCE_CURRENT_USER);
-        folders.user().write("Pelora/scope/domain.dat", "a=1\n");
+        TypeParam store;
+        folders.user().write(TypeParam::FILE_NAME, before);
         SystemCallFaults faults;
         faults.failAny(EIO, nth);
 
-        const bool written = store.writeParam("b", "2");
+        EXPECT_FALSE(store.write("b", "2"));
 
-        happened = faults.counted() >= nth;
-        EXPECT_EQ(written, !happened);
-        EXPECT_EQ(folders.user().read("Pelora/scope/domain.dat"), written ? "a=1\nb=2\n" : "a=1\n");
+        EXPECT_GE(faults.counted(), nth);
+        EXPECT_EQ(folders.user().read(TypeParam::FILE_NAME), before);
     }
 }
 
-TEST(ParameterFaults, CostNoBinaryParameter)
+// What is missing when it is read, and there when it is written.
+TYPED_TEST(ParameterFaults, LetAFileMadeMeanwhileNotFailTheFirstWrite)
 {
-    bool happened = true;
-    for (int nth = 1; happened; ++nth) {
-        SCOPED_TRACE(nth);
-        const PrivateDataFolders folders;
-        BinaryAppDataPersistence store("scope", "domain", PERSISTENCE_CURRENT_USER);
-        store.writeUnformattedParam("a", "A", 1);
-        const std::string before = folders.user().read("Pelora/scope/domain_binary.dat");
-        SystemCallFaults faults;
-        faults.failAny(EIO, nth);
+    const PrivateDataFolders folders;
+    TypeParam store;
+    SystemCallFaults faults;
+    faults.fail("openat", ENOENT);
+    faults.interruptOpening(folders.user().file(TypeParam::FILE_NAME), [&folders] {
+        folders.user().write(TypeParam::FILE_NAME, TypeParam::contentOf("a", "1"));
+    });
 
-        const bool written = store.writeUnformattedParam("b", "B", 1);
+    EXPECT_TRUE(store.write("b", "2"));
 
-        happened = faults.counted() >= nth;
-        EXPECT_EQ(written, !happened);
-        const std::string after = folders.user().read("Pelora/scope/domain_binary.dat");
-        EXPECT_EQ(after.substr(0, before.size()), before);
-        EXPECT_EQ(after.size(), written ? 2 * before.size() : before.size());
-    }
+    EXPECT_EQ(folders.user().read(TypeParam::FILE_NAME), TypeParam::contentOf("b", "2"));
 }

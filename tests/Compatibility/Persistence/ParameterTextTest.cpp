@@ -48,6 +48,14 @@ TEST(ParameterText, CountsLastLineWithoutLineFeed)
     EXPECT_TRUE(text.otherLines.empty());
 }
 
+TEST(ParameterText, TakesNoEntryBehindTheLastLineFeed)
+{
+    const ParameterText text = ParameterText::parse("a=1\n");
+
+    EXPECT_EQ(text.parameters, (t_paramMap{{"a", "1"}}));
+    EXPECT_TRUE(text.otherLines.empty());
+}
+
 TEST(ParameterText, TakesLaterValueOfNameThatStandsTwice)
 {
     const ParameterText text = ParameterText::parse("a=1\na=2\n");

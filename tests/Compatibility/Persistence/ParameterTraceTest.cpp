@@ -1,5 +1,6 @@
 #include "AppDataPersistence.h"
 #include "BinaryAppDataPersistence.h"
+#include "OwnedBytes.h"
 #include "PrivateDataFolders.h"
 #include "PublishedTracer.h"
 
@@ -33,7 +34,7 @@ TEST(ParameterTrace, NamesBinaryParameterThatIsNotFound)
     EXPECT_THAT(tracer.lines(), HasSubstr(">> [D] Parameter '100%s' not found\n"));
 }
 
-TEST(ParameterTrace, SaysNothingOfParameterThatIsFound)
+TEST(ParameterTrace, SaysNothingOfTextParameterThatIsFound)
 {
     const PrivateDataFolders folders;
     AppDataPersistence store("scope", "domain", PERSISTENCE_CURRENT_USER);
@@ -44,5 +45,19 @@ TEST(ParameterTrace, SaysNothingOfParameterThatIsFound)
     store.readParam("a", value);
 
     EXPECT_THAT(tracer.lines(), HasSubstr("AppDataPersistence::readParam"));
+    EXPECT_THAT(tracer.lines(), Not(HasSubstr("not found")));
+}
+
+TEST(ParameterTrace, SaysNothingOfBinaryParameterThatIsFound)
+{
+    const PrivateDataFolders folders;
+    BinaryAppDataPersistence store("scope", "domain", PERSISTENCE_CURRENT_USER);
+    store.writeUnformattedParam("a", "A", 1);
+    const PublishedTracer tracer;
+    int size = 0;
+
+    const OwnedBytes bytes(store.readUnformattedParam("a", size));
+
+    EXPECT_THAT(tracer.lines(), HasSubstr("BinaryAppDataPersistence::readUnformattedParam"));
     EXPECT_THAT(tracer.lines(), Not(HasSubstr("not found")));
 }

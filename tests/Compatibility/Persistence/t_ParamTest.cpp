@@ -1,5 +1,7 @@
 #include "t_Param.h"
 
+#include "ParameterRecords.h"
+
 #include <memory>
 #include <vector>
 
@@ -14,7 +16,7 @@ std::string dataOf(const t_Param& parameter)
     return {parameter.getInternalBuffer(), static_cast<std::size_t>(parameter.getBufferSize())};
 }
 
-/// A name of more than any small-string buffer, so that a copy that shared it would be noticed.
+/// Longer than what a string holds inside itself, so that a buffer that were shared is noticed.
 const std::string longData(100, 'd');
 
 } // namespace
@@ -137,6 +139,15 @@ TEST_P(BrokenRecords, AreNoRecordAndLeaveTheBytes)
     EXPECT_FALSE(t_Param::unMarshall(view));
 
     EXPECT_EQ(view, GetParam().bytes);
+}
+
+TEST_P(BrokenRecords, EndAFileAndLeaveTheRecordsBefore)
+{
+    const std::string record = t_Param("before", "x", 1).marshall();
+
+    const t_BinaryParamMap parameters = ParameterRecords::parse(record + GetParam().bytes);
+
+    EXPECT_EQ(ParameterRecords::toBytes(parameters), record);
 }
 
 INSTANTIATE_TEST_SUITE_P(t_Param, BrokenRecords, testing::ValuesIn(broken), [](const auto& test) {
