@@ -6,6 +6,25 @@ KFCompanyNetworkNotFoundException::KFCompanyNetworkNotFoundException(
     const std::string& fileName, int line)
     : KFException("COMPANY_NOT_FOUND", fileName, line)
 {
+    CallMarker marker(
+        "KFCompanyNetworkNotFoundException", "KFCompanyNetworkNotFoundException::constructor", true,
+        this);
+}
+
+KFCompanyNetworkNotFoundException::KFCompanyNetworkNotFoundException(
+    const KFCompanyNetworkNotFoundException& other)
+    : KFException(other)
+{
+    CallMarker marker(
+        "KFCompanyNetworkNotFoundException", "KFCompanyNetworkNotFoundException::constructor", true,
+        this);
+}
+
+KFCompanyNetworkNotFoundException::~KFCompanyNetworkNotFoundException()
+{
+    CallMarker marker(
+        "KFCompanyNetworkNotFoundException", "KFCompanyNetworkNotFoundException::destructor", false,
+        this);
 }
 
 std::string KFCompanyNetworkNotFoundException::toString() const

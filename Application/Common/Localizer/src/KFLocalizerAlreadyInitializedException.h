@@ -5,8 +5,9 @@
 /// The localizer was initialised twice, be it with the same file.
 class KFLocalizerAlreadyInitializedException : public KFLocalizerException {
 public:
-    KFLocalizerAlreadyInitializedException(const std::string& fileName, int line)
-        : KFLocalizerException("LOCALIZER_ALREADY_INITIALIZED", fileName, line)
-    {
-    }
+    KFLocalizerAlreadyInitializedException(const std::string& fileName, int line);
+    KFLocalizerAlreadyInitializedException(const KFLocalizerAlreadyInitializedException& other);
+    KFLocalizerAlreadyInitializedException& operator=(
+        const KFLocalizerAlreadyInitializedException&) = delete;
+    ~KFLocalizerAlreadyInitializedException() override;
 };

@@ -9,6 +9,9 @@
 class KFLocalizerException : public KFException {
 public:
     KFLocalizerException(const std::string& name, const std::string& fileName, int line);
+    KFLocalizerException(const KFLocalizerException& other);
+    KFLocalizerException& operator=(const KFLocalizerException&) = delete;
+    ~KFLocalizerException() override;
 
     /// "Localizer Exception : <name> on file <unit> at line <line>".
     std::string toString() const override;

@@ -5,8 +5,8 @@
 /// The localization file cannot be opened.
 class KFLocalizerFileNotFoundException : public KFLocalizerException {
 public:
-    KFLocalizerFileNotFoundException(const std::string& fileName, int line)
-        : KFLocalizerException("LOCALIZATION_FILE_NOT_FOUND", fileName, line)
-    {
-    }
+    KFLocalizerFileNotFoundException(const std::string& fileName, int line);
+    KFLocalizerFileNotFoundException(const KFLocalizerFileNotFoundException& other);
+    KFLocalizerFileNotFoundException& operator=(const KFLocalizerFileNotFoundException&) = delete;
+    ~KFLocalizerFileNotFoundException() override;
 };

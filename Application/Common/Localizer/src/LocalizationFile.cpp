@@ -5,7 +5,7 @@
 
 std::optional<LocalizationFile::Entries> LocalizationFile::parse(std::string_view content)
 {
-    const CallMarker marker("LocalizationFile::parse");
+    CallMarker marker("LocalizationFile::parse");
     if (!Utf8Text::isWellFormed(content))
         return std::nullopt;
 

@@ -23,7 +23,7 @@ Localizer* Localizer::m_theUniqueInstance = nullptr;
 
 Localizer* Localizer::getInstance()
 {
-    const CallMarker marker("Localizer::getInstance");
+    CallMarker marker("Localizer::getInstance");
     if (m_theUniqueInstance == nullptr)
         m_theUniqueInstance = new Localizer;
     return m_theUniqueInstance;
@@ -31,23 +31,23 @@ Localizer* Localizer::getInstance()
 
 void Localizer::destroyInstance()
 {
-    const CallMarker marker("Localizer::destroyInstance");
+    CallMarker marker("Localizer::destroyInstance");
     delete std::exchange(m_theUniqueInstance, nullptr);
 }
 
 Localizer::Localizer()
 {
-    const CallMarker marker("Localizer", "Localizer::constructor", true, this);
+    CallMarker marker("Localizer", "Localizer::constructor", true, this);
 }
 
 Localizer::~Localizer()
 {
-    const CallMarker marker("Localizer", "Localizer::destructor", false, this);
+    CallMarker marker("Localizer", "Localizer::destructor", false, this);
 }
 
 void Localizer::initialize(std::string fileName)
 {
-    const CallMarker marker("void Localizer::initialize(std::string)", this);
+    CallMarker marker("void Localizer::initialize(std::string)", this);
     if (!m_fileName.empty())
         throw KFLocalizerAlreadyInitializedException(unit, 175);
 
@@ -65,7 +65,7 @@ void Localizer::initialize(std::string fileName)
 
 std::string Localizer::getLocalizedString(const char* key)
 {
-    const CallMarker marker("NSString* Localizer::getLocalizedString(NSString*)", this);
+    CallMarker marker("NSString* Localizer::getLocalizedString(NSString*)", this);
     Contract::require(key != nullptr, "key != NULL", unit, 184);
     if (m_fileName.empty())
         throw KFLocalizerNotInitializedException(unit, 188);
@@ -83,7 +83,7 @@ std::string Localizer::getLocalizedString(const char* key)
 
 const std::string& Localizer::getLocalizedString(const char* key, const Parameters& parameters)
 {
-    const CallMarker marker("Localizer::getLocalizedString", this);
+    CallMarker marker("Localizer::getLocalizedString", this);
     std::string text = getLocalizedString(key);
     for (const auto& [name, value] : parameters)
         text = Utf8Text::replaceAll(text, name, value);
@@ -92,13 +92,13 @@ const std::string& Localizer::getLocalizedString(const char* key, const Paramete
 
 bool Localizer::MessageBox(const char* title, const char* text)
 {
-    const CallMarker marker("Localizer::MessageBox", this);
+    CallMarker marker("Localizer::MessageBox", this);
     return m_alertPresenter != nullptr &&
            m_alertPresenter->showAlert(AlertPresenter::Level::stop, title, text);
 }
 
 void Localizer::setAlertPresenter(AlertPresenter* presenter)
 {
-    const CallMarker marker("Localizer::setAlertPresenter", this);
+    CallMarker marker("Localizer::setAlertPresenter", this);
     m_alertPresenter = presenter;
 }

@@ -3,6 +3,8 @@
 #include "CrashReport.h"
 #include "VirtualSlot.h"
 
+#include <memory>
+#include <string>
 #include <type_traits>
 
 #include <gtest/gtest.h>
@@ -207,31 +209,31 @@ TEST_F(FullDefinition, UpdatingTheDedicatedApnReplacesTheSectionAndDropsThePriva
     definition.updateDedicatedApn("apn", false, "login", "password", "1", "2", "proxy", "3128");
 
     EXPECT_EQ(definition.getDedicatedAPNPrivateVPN(), nullptr);
-    const Item* const section = definition.getDictionary()->getItem(std::string("DedicatedAPN"));
+    const std::unique_ptr<Dictionary> dictionary = definition.getDictionary();
+    Item* const section = dictionary->getItem(std::string("DedicatedAPN"));
     ASSERT_NE(section, nullptr);
     EXPECT_EQ(
-        definition.getDictionary()->getItem(std::string("DedicatedAPN"))->marshall(""),
-        "<dict>\n"
-        "\t<key>APN</key>\n"
-        "\t<string>apn</string>\n"
-        "\t<key>DNS1</key>\n"
-        "\t<string>1</string>\n"
-        "\t<key>DNS2</key>\n"
-        "\t<string>2</string>\n"
-        "\t<key>Login</key>\n"
-        "\t<string>login</string>\n"
-        "\t<key>Password</key>\n"
-        "\t<string>password</string>\n"
-        "\t<key>Proxy</key>\n"
-        "\t<dict>\n"
-        "\t\t<key>Address</key>\n"
-        "\t\t<string>proxy</string>\n"
-        "\t\t<key>Port</key>\n"
-        "\t\t<string>3128</string>\n"
-        "\t</dict>\n"
-        "\t<key>UserSpecificCredentials</key>\n"
-        "\t<string>false</string>\n"
-        "</dict>\n");
+        section->marshall(""), "<dict>\n"
+                               "\t<key>APN</key>\n"
+                               "\t<string>apn</string>\n"
+                               "\t<key>DNS1</key>\n"
+                               "\t<string>1</string>\n"
+                               "\t<key>DNS2</key>\n"
+                               "\t<string>2</string>\n"
+                               "\t<key>Login</key>\n"
+                               "\t<string>login</string>\n"
+                               "\t<key>Password</key>\n"
+                               "\t<string>password</string>\n"
+                               "\t<key>Proxy</key>\n"
+                               "\t<dict>\n"
+                               "\t\t<key>Address</key>\n"
+                               "\t\t<string>proxy</string>\n"
+                               "\t\t<key>Port</key>\n"
+                               "\t\t<string>3128</string>\n"
+                               "\t</dict>\n"
+                               "\t<key>UserSpecificCredentials</key>\n"
+                               "\t<string>false</string>\n"
+                               "</dict>\n");
 }
 
 TEST_F(FullDefinition, UpdatingThePrivateVpnReplacesTheSubSection)
@@ -414,6 +416,27 @@ TEST(CompanyNetworkDefinition, TakesLeafInASectionsPlaceAsAbsent)
     EXPECT_EQ(definition.getPublicVPN(), nullptr);
     EXPECT_EQ(definition.getMonitoringConfiguration(), nullptr);
     EXPECT_FALSE(definition.hasDedicatedAPN());
+}
+
+TEST(CompanyNetworkDefinition, SectionsAreWrittenUnderTheirOwnNamesNotUnderTheirKeys)
+{
+    Dictionary network = namedNetwork();
+    Dictionary vpn = VPNConfiguration::makeDictionary("OwnVPN", true, "a", "b", "c", "d");
+    Dictionary proxy("OwnProxy");
+    Dictionary apn("OwnAPN");
+    apn.setItem("Proxy", proxy);
+    network.setItem("PublicVPN", vpn);
+    network.setItem("DedicatedAPN", apn);
+
+    const CompanyNetworkDefinition definition(&network);
+    const std::unique_ptr<Dictionary> written = definition.getDictionary();
+
+    EXPECT_TRUE(definition.hasPublicVPN());
+    EXPECT_NE(definition.getDedicatedAPNProxyConfiguration(), nullptr);
+    EXPECT_STREQ(written->getValue("OwnVPN.StartCommandLine"), "a");
+    EXPECT_NE(written->getItem("OwnAPN.OwnProxy"), nullptr);
+    EXPECT_FALSE(written->hasKey("PublicVPN"));
+    EXPECT_FALSE(written->hasKey("DedicatedAPN"));
 }
 
 TEST(CompanyNetworkDefinitionDeathTest, RequiresADictionary)

@@ -1,60 +1,10 @@
-#include "AppData.h"
-#include "CompanyNetworkConfiguration.h"
-#include "OrdinaryUser.h"
-#include "PrivateDataFolders.h"
-#include "PublishedLogger.h"
-#include "PublishedTracer.h"
+#include "CompanyNetworkFile.h"
+
 #include "SmallStack.h"
 
-#include <filesystem>
+#include <string>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-
-namespace fs = std::filesystem;
 using namespace std::string_literals;
-using testing::HasSubstr;
-using testing::Not;
-
-namespace {
-
-using Names = std::list<std::string>;
-
-constexpr const char* FILE_NAME = "CompanyNetworkConfiguration.cfg";
-
-const std::string fileBegin = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                              "<plist version=\"1.0\">\n"
-                              "<dict>\n";
-const std::string fileEnd = "</dict>\n"
-                            "</plist>";
-
-/// The lines of a network that has a display name only.
-std::string network(const std::string& key, const std::string& name)
-{
-    return "\t<key>" + key +
-           "</key>\n"
-           "\t<dict>\n"
-           "\t\t<key>Name</key>\n"
-           "\t\t<string>" +
-           name +
-           "</string>\n"
-           "\t</dict>\n";
-}
-
-class CompanyNetworkFile : public testing::Test {
-protected:
-    Names namesOf(const std::string& content) const
-    {
-        folder.write(FILE_NAME, content);
-        return CompanyNetworkConfiguration(folder.path()).getCompanyNetworkNameList();
-    }
-    std::string content() const { return folder.read(FILE_NAME); }
-
-    TemporaryFolder folder;
-};
-
-} // namespace
 
 TEST_F(CompanyNetworkFile, HoldsANetworkPerDictionaryInByteOrderOfKeys)
 {
@@ -220,17 +170,38 @@ TEST_F(CompanyNetworkFile, KeyWithAFullStopIsWrittenOneLevelDeeper)
                        fileEnd);
 }
 
-TEST_F(CompanyNetworkFile, ReplacedVersionStaysBesideIt)
+TEST_F(CompanyNetworkFile, KeyWithAFullStopIsWrittenOverTheSectionThatItNames)
 {
-    folder.write(FILE_NAME, fileBegin + network("Company1", "one") + fileEnd);
+    folder.write(
+        FILE_NAME, fileBegin + network("Company1", "one") +
+                       "\t<key>Company1.Monitoring</key>\n"
+                       "\t<dict>\n"
+                       "\t</dict>\n" +
+                       network("Company1.PublicVPN", "two") + fileEnd);
     CompanyNetworkConfiguration configuration(folder.path());
-    configuration.addCompanyNetwork("two");
+    configuration.getCompanyNetwork("one")->updatePublicVpn(true, "a", "b", "c", "d");
 
     configuration.writeDefinition(folder.path());
 
+    EXPECT_EQ(configuration.getCompanyNetworkNameList(), (Names{"one", "", "two"}));
     EXPECT_EQ(
-        folder.read("CompanyNetworkConfiguration.cfg.bak"),
-        fileBegin + network("Company1", "one") + fileEnd);
+        content(), fileBegin +
+                       "\t<key>Company1</key>\n"
+                       "\t<dict>\n"
+                       "\t\t<key>Monitoring</key>\n"
+                       "\t\t<dict>\n"
+                       "\t\t\t<key>Name</key>\n"
+                       "\t\t\t<string></string>\n"
+                       "\t\t</dict>\n"
+                       "\t\t<key>Name</key>\n"
+                       "\t\t<string>one</string>\n"
+                       "\t\t<key>PublicVPN</key>\n"
+                       "\t\t<dict>\n"
+                       "\t\t\t<key>Name</key>\n"
+                       "\t\t\t<string>two</string>\n"
+                       "\t\t</dict>\n"
+                       "\t</dict>\n" +
+                       fileEnd);
 }
 
 TEST_F(CompanyNetworkFile, WithAWrongHeaderHasNoNetwork)
@@ -292,101 +263,31 @@ TEST_F(CompanyNetworkFile, TakesTheLaterOfTwoNetworksUnderOneKey)
         Names{"two"});
 }
 
-TEST_F(CompanyNetworkFile, FolderInItsPlaceIsAsNoFileAndStays)
+/// A network whose VPN section holds so many dictionaries, one inside the other.
+static std::string nestedNetwork(int depth)
 {
-    fs::create_directories(folder.file(FILE_NAME) + "/inside");
-    CompanyNetworkConfiguration configuration(folder.path());
-    configuration.addCompanyNetwork("A");
-
-    configuration.writeDefinition(folder.path());
-
-    EXPECT_TRUE(fs::is_directory(folder.file(FILE_NAME) + "/inside"));
-}
-
-TEST_F(CompanyNetworkFile, FifoInItsPlaceIsAsNoFileAndDoesNotWait)
-{
-    ASSERT_EQ(mkfifo(folder.file(FILE_NAME).c_str(), 0600), 0);
-
-    CompanyNetworkConfiguration configuration(folder.path());
-    configuration.writeDefinition(folder.path());
-
-    EXPECT_TRUE(configuration.empty());
-    EXPECT_TRUE(fs::is_fifo(folder.file(FILE_NAME)));
-}
-
-TEST_F(CompanyNetworkFile, ThatCannotBeReadIsAsNoFile)
-{
-    folder.write(FILE_NAME, fileBegin + network("Company1", "one") + fileEnd);
-    fs::permissions(folder.path(), fs::perms{0755});
-
-    EXPECT_TRUE(
-        asOrdinaryUser([this] { return !CompanyNetworkConfiguration(folder.path()).empty(); }));
-
-    fs::permissions(folder.file(FILE_NAME), fs::perms{0});
-    EXPECT_TRUE(
-        asOrdinaryUser([this] { return CompanyNetworkConfiguration(folder.path()).empty(); }));
-}
-
-TEST_F(CompanyNetworkFile, ThatCannotBeWrittenIsSilentlyLeftUnchanged)
-{
-    const std::string before = fileBegin + network("Company1", "one") + fileEnd;
-    folder.write(FILE_NAME, before);
-    fs::permissions(folder.path(), fs::perms{0755});
-
-    EXPECT_TRUE(asOrdinaryUser([this] {
-        CompanyNetworkConfiguration configuration(folder.path());
-        configuration.addCompanyNetwork("two");
-        configuration.writeDefinition(folder.path());
-        return true;
-    }));
-
-    EXPECT_EQ(content(), before);
-}
-
-TEST_F(CompanyNetworkFile, OfAMissingFolderIsNotWritten)
-{
-    CompanyNetworkConfiguration(folder.path()).writeDefinition(folder.file("missing"));
-
-    EXPECT_TRUE(fs::is_empty(folder.path()));
-}
-
-TEST_F(CompanyNetworkFile, OfTheDefaultFolderIsWrittenWithTheFoldersThatAreMissing)
-{
-    const PrivateDataFolders folders;
-    AppData::setGlobalScope("scope");
-    CompanyNetworkConfiguration configuration("");
-    configuration.addCompanyNetwork("one");
-
-    configuration.writeDefinition("");
-
-    EXPECT_EQ(
-        folders.allUsers().read("Pelora/scope/CompanyNetworkConfiguration.cfg"),
-        fileBegin + network("Company1", "one") + fileEnd);
-    for (const char* made : {"Pelora", "Pelora/scope"}) {
-        EXPECT_EQ(fs::status(folders.allUsers().file(made)).permissions(), fs::perms{0755}) << made;
-    }
-    EXPECT_EQ(CompanyNetworkConfiguration("").getCompanyNetworkNameList(), Names{"one"});
-}
-
-TEST_F(CompanyNetworkFile, OfADefaultFolderThatCannotBeMadeIsNotWritten)
-{
-    const ScopedEnvironment variable("TAV_COMMON_DATA_DIR", folder.write("file", "x"));
-    AppData::setGlobalScope("scope");
-    CompanyNetworkConfiguration configuration("");
-    configuration.addCompanyNetwork("one");
-
-    configuration.writeDefinition("");
-
-    EXPECT_EQ(folder.read("file"), "x");
-    EXPECT_TRUE(CompanyNetworkConfiguration("").empty());
-}
-
-TEST_F(CompanyNetworkFile, MayNestDictionariesDeeperThanAnyCallStack)
-{
-    constexpr int depth = 100000;
     std::string nested = "<key>Company1</key>\n<dict>\n<key>PublicVPN</key>\n<dict>\n";
     for (int level = 0; level < depth; ++level)
         nested += "<key>d</key>\n<dict>\n";
+    return nested;
+}
+
+TEST_F(CompanyNetworkFile, MayNestAMillionDictionaries)
+{
+    folder.write(FILE_NAME, fileBegin + nestedNetwork(1000000));
+    bool hasVpnSection = false;
+
+    runOnSmallStack([&] {
+        const CompanyNetworkConfiguration configuration(folder.path());
+        hasVpnSection = configuration.getCompanyNetwork("")->getPublicVPN() != nullptr;
+    });
+
+    EXPECT_TRUE(hasVpnSection);
+}
+
+TEST_F(CompanyNetworkFile, NestedTooDeepToBeWrittenIsCopiedAndLeftAsItIs)
+{
+    const std::string nested = nestedNetwork(100000);
     folder.write(FILE_NAME, fileBegin + nested);
     std::size_t networks = 0;
 
@@ -399,47 +300,4 @@ TEST_F(CompanyNetworkFile, MayNestDictionariesDeeperThanAnyCallStack)
 
     EXPECT_EQ(networks, 2U);
     EXPECT_EQ(content(), fileBegin + nested) << "too deep to be written";
-}
-
-TEST_F(CompanyNetworkFile, MissingIsTracedAsNoFile)
-{
-    const PublishedTracer tracer;
-
-    const CompanyNetworkConfiguration configuration(folder.path());
-
-    EXPECT_THAT(tracer.lines(), HasSubstr(">> [D] No CompanyNetworkConfiguration file.\n"));
-    EXPECT_THAT(tracer.lines(), Not(HasSubstr("Error parsing")));
-}
-
-TEST_F(CompanyNetworkFile, BadIsTracedWithItsPath)
-{
-    folder.write(FILE_NAME, "no property list");
-    const PublishedTracer tracer;
-
-    const CompanyNetworkConfiguration configuration(folder.path());
-
-    EXPECT_THAT(
-        tracer.lines(), HasSubstr(
-                            ">> [W] Error parsing CompanyNetworkConfiguration file : '" +
-                            folder.file(FILE_NAME) + "'\n"));
-    EXPECT_THAT(tracer.lines(), Not(HasSubstr("No CompanyNetworkConfiguration file.")));
-}
-
-TEST_F(CompanyNetworkFile, MissingIsLoggedAsNoNetwork)
-{
-    const PublishedLogger logger;
-
-    const CompanyNetworkConfiguration configuration(folder.path());
-
-    EXPECT_THAT(logger.lines(), HasSubstr("No company netword defined.\n"));
-}
-
-TEST_F(CompanyNetworkFile, BadIsLoggedAsNotParsed)
-{
-    folder.write(FILE_NAME, "no property list");
-    const PublishedLogger logger;
-
-    const CompanyNetworkConfiguration configuration(folder.path());
-
-    EXPECT_THAT(logger.lines(), HasSubstr("Error parsing company network configuration file.\n"));
 }

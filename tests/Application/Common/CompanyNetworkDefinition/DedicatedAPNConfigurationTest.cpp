@@ -1,5 +1,7 @@
 #include "DedicatedAPNConfiguration.h"
 
+#include "TextAccessor.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -23,50 +25,30 @@ protected:
     Dictionary& held = section;
 };
 
-struct TextAccessor {
-    const char* key;
-    std::string (DedicatedAPNConfiguration::*get)() const;
-    void (DedicatedAPNConfiguration::*set)(const std::string&);
-};
-
-class DedicatedAPNConfigurationText : public testing::TestWithParam<TextAccessor> {
-protected:
-    Dictionary empty{"DedicatedAPN"};
-    DedicatedAPNConfiguration section{&empty};
-    Dictionary& held = section;
-};
+using Accessor = TextAccessor<DedicatedAPNConfiguration>;
+using DedicatedAPNConfigurationText = TextAccessorTest<DedicatedAPNConfiguration>;
 
 } // namespace
 
 TEST_P(DedicatedAPNConfigurationText, IsEmptyWhenMissing)
 {
-    EXPECT_EQ((section.*GetParam().get)(), "");
+    expectEmptyWhenMissing();
 }
 
 TEST_P(DedicatedAPNConfigurationText, SetterCreatesKeyThenReplacesItsValue)
 {
-    (section.*GetParam().set)("first");
-    const Item* const entry = held.getFirstItem();
-    (section.*GetParam().set)("second");
-
-    EXPECT_EQ((section.*GetParam().get)(), "second");
-    EXPECT_STREQ(held.getValue(GetParam().key), "second");
-    EXPECT_EQ(held.getFirstItem(), entry);
-    held.removeItem(GetParam().key);
-    EXPECT_EQ(held.getFirstItem(), nullptr);
+    expectSetterToCreateKeyThenReplaceItsValue();
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Keys, DedicatedAPNConfigurationText,
     testing::Values(
-        TextAccessor{"APN", &DedicatedAPNConfiguration::getAPN, &DedicatedAPNConfiguration::setAPN},
-        TextAccessor{
-            "DNS1", &DedicatedAPNConfiguration::getDNS1, &DedicatedAPNConfiguration::setDNS1},
-        TextAccessor{
-            "DNS2", &DedicatedAPNConfiguration::getDNS2, &DedicatedAPNConfiguration::setDNS2},
-        TextAccessor{
+        Accessor{"APN", &DedicatedAPNConfiguration::getAPN, &DedicatedAPNConfiguration::setAPN},
+        Accessor{"DNS1", &DedicatedAPNConfiguration::getDNS1, &DedicatedAPNConfiguration::setDNS1},
+        Accessor{"DNS2", &DedicatedAPNConfiguration::getDNS2, &DedicatedAPNConfiguration::setDNS2},
+        Accessor{
             "Login", &DedicatedAPNConfiguration::getLogin, &DedicatedAPNConfiguration::setLogin},
-        TextAccessor{
+        Accessor{
             "Password", &DedicatedAPNConfiguration::getPassword,
             &DedicatedAPNConfiguration::setPassword}),
     [](const auto& test) { return std::string(test.param.key); });

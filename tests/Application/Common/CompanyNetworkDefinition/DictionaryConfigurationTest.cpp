@@ -1,11 +1,20 @@
 #include "DictionaryConfiguration.h"
 
+#include "DedicatedAPNConfiguration.h"
 #include "IntBasicItem.h"
+#include "MonitoringConfiguration.h"
 #include "VirtualSlot.h"
 
 #include <type_traits>
 
 #include <gtest/gtest.h>
+
+// A section is its dictionary and nothing else; a dedicated APN has two sub-sections beside it.
+static_assert(sizeof(DictionaryConfiguration) == 2 * sizeof(void*));
+static_assert(sizeof(VPNConfiguration) == sizeof(DictionaryConfiguration));
+static_assert(sizeof(MonitoringConfiguration) == sizeof(DictionaryConfiguration));
+static_assert(sizeof(ProxyConfiguration) == sizeof(DictionaryConfiguration));
+static_assert(sizeof(DedicatedAPNConfiguration) == 4 * sizeof(void*));
 
 namespace {
 

@@ -1,5 +1,7 @@
 #include "VPNConfiguration.h"
 
+#include "TextAccessor.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -11,52 +13,33 @@ protected:
     Dictionary& held = section;
 };
 
-struct TextAccessor {
-    const char* key;
-    std::string (VPNConfiguration::*get)() const;
-    void (VPNConfiguration::*set)(const std::string&);
-};
-
-class VPNConfigurationText : public testing::TestWithParam<TextAccessor> {
-protected:
-    Dictionary empty{"PublicVPN"};
-    VPNConfiguration section{&empty};
-    Dictionary& held = section;
-};
+using Accessor = TextAccessor<VPNConfiguration>;
+using VPNConfigurationText = TextAccessorTest<VPNConfiguration>;
 
 } // namespace
 
 TEST_P(VPNConfigurationText, IsEmptyWhenMissing)
 {
-    EXPECT_EQ((section.*GetParam().get)(), "");
+    expectEmptyWhenMissing();
 }
 
 TEST_P(VPNConfigurationText, SetterCreatesKeyThenReplacesItsValue)
 {
-    (section.*GetParam().set)("first");
-    const Item* const entry = held.getFirstItem();
-    (section.*GetParam().set)("second");
-
-    EXPECT_EQ((section.*GetParam().get)(), "second");
-    EXPECT_STREQ(held.getValue(GetParam().key), "second");
-    EXPECT_EQ(held.getFirstItem(), entry);
-    held.removeItem(GetParam().key);
-    EXPECT_EQ(held.getFirstItem(), nullptr);
+    expectSetterToCreateKeyThenReplaceItsValue();
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Keys, VPNConfigurationText,
     testing::Values(
-        TextAccessor{
+        Accessor{
             "StartCommandLine", &VPNConfiguration::getStartCmdLine,
             &VPNConfiguration::setStartCmdLine},
-        TextAccessor{
+        Accessor{
             "StartArguments", &VPNConfiguration::getStartArgs, &VPNConfiguration::setStartArgs},
-        TextAccessor{
+        Accessor{
             "StopCommandLine", &VPNConfiguration::getStopCmdLine,
             &VPNConfiguration::setStopCmdLine},
-        TextAccessor{
-            "StopArguments", &VPNConfiguration::getStopArgs, &VPNConfiguration::setStopArgs}),
+        Accessor{"StopArguments", &VPNConfiguration::getStopArgs, &VPNConfiguration::setStopArgs}),
     [](const auto& test) { return std::string(test.param.key); });
 
 TEST_F(VPNConfigurationTest, IsNotActivatedWithoutTheKey)

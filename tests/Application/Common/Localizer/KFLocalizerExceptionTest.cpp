@@ -2,6 +2,10 @@
 #include "KFLocalizerFileNotCorrectlyFormattedException.h"
 #include "KFLocalizerFileNotFoundException.h"
 #include "KFLocalizerNotInitializedException.h"
+#include "MarkedCalls.h"
+
+#include <memory>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -30,4 +34,30 @@ TEST(KFLocalizerException, EachFailureHasItsName)
         KFLocalizerFileNotCorrectlyFormattedException("f", 1).what(),
         "FILE_NOT_CORRECTLY_FORMATTED");
     EXPECT_STREQ(KFLocalizerNotInitializedException("f", 1).what(), "LOCALIZER_NOT_INITIALIZED");
+}
+
+TEST(KFLocalizerException, IsMarkedAndCounted)
+{
+    const KFLocalizerException exception("SOME_NAME", "Some/Unit", 12);
+
+    expectMarked("KFLocalizerException::toString", &exception, [&] {
+        static_cast<void>(exception.toString());
+    });
+    expectCounted("KFLocalizerException", [] {
+        return std::make_unique<KFLocalizerException>("SOME_NAME", "Some/Unit", 12);
+    });
+    expectCounted(
+        "KFLocalizerException", [&] { return std::make_unique<KFLocalizerException>(exception); });
+}
+
+TEST(KFLocalizerException, EachFailureIsCounted)
+{
+    expectExceptionCounted<KFLocalizerAlreadyInitializedException>(
+        "KFLocalizerAlreadyInitializedException", "Some/Unit", 12);
+    expectExceptionCounted<KFLocalizerFileNotFoundException>(
+        "KFLocalizerFileNotFoundException", "Some/Unit", 12);
+    expectExceptionCounted<KFLocalizerFileNotCorrectlyFormattedException>(
+        "KFLocalizerFileNotCorrectlyFormattedException", "Some/Unit", 12);
+    expectExceptionCounted<KFLocalizerNotInitializedException>(
+        "KFLocalizerNotInitializedException", "Some/Unit", 12);
 }

@@ -1,5 +1,7 @@
 #include "LocalizationFile.h"
 
+#include "MarkedCalls.h"
+
 #include <string>
 #include <vector>
 
@@ -67,4 +69,9 @@ TEST(LocalizationFile, KeepsAByteOrderMarkInTheFirstLine)
 TEST(LocalizationFile, RefusesWhatIsNotUtf8)
 {
     EXPECT_EQ(LocalizationFile::parse("KEY=caf\xE9\n"), std::nullopt);
+}
+
+TEST(LocalizationFile, MarksItsParsing)
+{
+    expectMarked("LocalizationFile::parse", nullptr, [] { LocalizationFile::parse("KEY=a"); });
 }

@@ -5,7 +5,7 @@
 #include "KFLocalizerFileNotCorrectlyFormattedException.h"
 #include "KFLocalizerFileNotFoundException.h"
 #include "KFLocalizerNotInitializedException.h"
-#include "PublishedTracer.h"
+#include "MarkedCalls.h"
 #include "RecordingAlertPresenter.h"
 #include "TemporaryFolder.h"
 
@@ -291,17 +291,57 @@ TEST_F(LocalizerTest, NullKeyEndsTheProcessWithParametersToo)
         "Application/Common/Localizer/src/Mac/Localizer - At Line : 184");
 }
 
-TEST_F(LocalizerTest, CallsAreTracedUnderTheirNames)
+struct LocalizerCall : MarkedCall<Localizer> {};
+
+class LocalizerCalls : public LocalizerTest, public testing::WithParamInterface<LocalizerCall> {};
+
+TEST_P(LocalizerCalls, AreMarkedWithTheirNameAndLocalizer)
+{
+    load("KEY=text\n");
+    Localizer& called = *localizer();
+
+    expectMarked(GetParam().text, &called, [&] { GetParam().run(called); });
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Methods, LocalizerCalls,
+    testing::Values(
+        LocalizerCall{
+            "NSString* Localizer::getLocalizedString(NSString*)",
+            [](Localizer& localizer) { localizer.getLocalizedString("KEY"); }},
+        LocalizerCall{
+            "Localizer::getLocalizedString",
+            [](Localizer& localizer) { localizer.getLocalizedString("KEY", {}); }},
+        LocalizerCall{
+            "Localizer::MessageBox",
+            [](Localizer& localizer) { localizer.MessageBox("Title", "text"); }},
+        LocalizerCall{"Localizer::setAlertPresenter", [](Localizer& localizer) {
+                          localizer.setAlertPresenter(nullptr);
+                      }}));
+
+TEST_F(LocalizerTest, InitialisationIsMarked)
 {
     const std::string path = write("KEY=text\n");
-    const PublishedTracer tracer;
+    Localizer& called = *localizer();
 
-    Localizer::getInstance()->initialize(path);
-    Localizer::getInstance()->getLocalizedString("KEY");
+    expectMarked(
+        "void Localizer::initialize(std::string)", &called, [&] { called.initialize(path); });
+}
 
-    const std::string lines = tracer.lines();
-    EXPECT_NE(lines.find("Localizer::getInstance\n"), std::string::npos) << lines;
-    EXPECT_NE(lines.find("void Localizer::initialize(std::string)\n"), std::string::npos);
-    EXPECT_NE(
-        lines.find("NSString* Localizer::getLocalizedString(NSString*)\n"), std::string::npos);
+TEST_F(LocalizerTest, InstanceIsMarkedAndCountedFromItsFirstRequestToItsDestruction)
+{
+    Localizer::destroyInstance();
+    PublishedTracer tracer;
+    tracer->setPrintObjects(true);
+
+    const void* const instance = localizer();
+    localizer();
+    Localizer::destroyInstance();
+
+    EXPECT_EQ(
+        tracer.lines(), entryLine("Localizer::getInstance", nullptr) +
+                            entryLine("  Localizer::constructor", instance, "1    ") +
+                            entryLine("Localizer::getInstance", nullptr) +
+                            entryLine("Localizer::destroyInstance", nullptr) +
+                            entryLine("  Localizer::destructor", instance, "0    "));
 }
