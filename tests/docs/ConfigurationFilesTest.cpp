@@ -1,13 +1,13 @@
 #include "FileContent.h"
 #include "IDCardReader.h"
+#include "JoinedOutputs.h"
 #include "Localizer.h"
 #include "Logger.h"
-#include "LoggerParser.h"
 #include "RecordingAlertPresenter.h"
 #include "TemporaryFolder.h"
 #include "Tracer.h"
-#include "TracerParser.h"
 
+#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -41,11 +41,27 @@ std::vector<std::string> examplesOf(const std::string& file)
     return examples;
 }
 
-/// Reads an example as the tool reads its logger.cfg; fails the test when it is refused.
-void readLoggerExample(const std::string& example)
+/// Lets a log or a tracer read a file as the tool does; returns what it tells on standard error.
+template<typename Facility>
+std::string errorsOfReading(Facility& facility, const std::string& file)
 {
-    LoggerScanner scanner(example);
-    EXPECT_TRUE(LoggerParser(scanner).parse()) << example;
+    Facility::SetInstance(&facility);
+    testing::internal::CaptureStderr();
+    facility.ReadConfigFile(file.c_str());
+    return testing::internal::GetCapturedStderr();
+}
+
+/// The document quotes what the tool prints as a line of its own, indented.
+void expectQuoted(const std::string& line)
+{
+    EXPECT_THAT(document(), testing::HasSubstr("\n    " + line)) << line;
+}
+
+/// Whether the document says, in a line of its own, that this goes to standard output.
+bool isNamedAsOutput(const std::string& line)
+{
+    const std::string text = "\n`" + line.substr(0, line.find('\n')) + "` on standard output.\n";
+    return line.ends_with('\n') && document().find(text) != std::string::npos;
 }
 
 } // namespace
@@ -56,10 +72,9 @@ TEST(ConfigurationFilesDocument, ShowsALogOfTheStartUpWarningsAndErrors)
     ASSERT_EQ(examples.size(), 2U);
     const TemporaryFolder folder;
     Logger logger;
-    Logger::SetInstance(&logger);
     logger.SetFolderName(folder.path() + "/");
 
-    readLoggerExample(examples[0]);
+    EXPECT_EQ(errorsOfReading(logger, folder.write("logger.cfg", examples[0])), "");
 
     EXPECT_TRUE(logger.isActive());
     EXPECT_TRUE(logger.printsTime());
@@ -74,10 +89,10 @@ TEST(ConfigurationFilesDocument, ShowsALogOfEverythingOnTheTerminal)
 {
     const std::vector<std::string> examples = examplesOf("logger.cfg");
     ASSERT_EQ(examples.size(), 2U);
+    const TemporaryFolder folder;
     Logger logger;
-    Logger::SetInstance(&logger);
 
-    readLoggerExample(examples[1]);
+    EXPECT_EQ(errorsOfReading(logger, folder.write("logger.cfg", examples[1])), "");
 
     EXPECT_TRUE(logger.isActive());
     EXPECT_EQ(logger.getLevelMask(), 511U);
@@ -90,11 +105,9 @@ TEST(ConfigurationFilesDocument, ShowsATraceOfAllCallsButTheDictionarys)
     ASSERT_EQ(examples.size(), 1U);
     const TemporaryFolder folder;
     Tracer tracer;
-    Tracer::SetInstance(&tracer);
     tracer.SetFolderName(folder.path() + "/");
 
-    TracerScanner scanner(examples[0]);
-    EXPECT_TRUE(TracerParser(scanner).parse());
+    EXPECT_EQ(errorsOfReading(tracer, folder.write("tracer.cfg", examples[0])), "");
 
     EXPECT_TRUE(tracer.isActive());
     EXPECT_TRUE(tracer.getPrintExit());
@@ -109,6 +122,58 @@ TEST(ConfigurationFilesDocument, ShowsATraceOfAllCallsButTheDictionarys)
         tracer.isCallForbiddenToPrint("Item* Dictionary::getItem(const std::string&) const"));
     EXPECT_TRUE(tracer.isCallForbiddenToPrint("bool BasicItem::equals(const Item&)"));
     EXPECT_FALSE(tracer.isCallForbiddenToPrint("DictionaryConfiguration::constructor"));
+}
+
+TEST(ConfigurationFilesDocument, QuotesTheWarningsOfFilesThatCannotBeOpened)
+{
+    const TemporaryFolder folder;
+    Logger logger;
+    Tracer tracer;
+    const auto installed = [&](const std::string& warning) {
+        return std::regex_replace(warning, std::regex(folder.path()), "/opt/tav");
+    };
+
+    expectQuoted(installed(errorsOfReading(logger, folder.file("logger.cfg"))));
+    expectQuoted(installed(errorsOfReading(tracer, folder.file("tracer.cfg"))));
+}
+
+TEST(ConfigurationFilesDocument, QuotesTheSyntaxErrors)
+{
+    const TemporaryFolder folder;
+    const std::string file = folder.write("wrong.cfg", "\n\nwrong\n");
+    Logger logger;
+    Tracer tracer;
+
+    expectQuoted(errorsOfReading(logger, file));
+    expectQuoted(errorsOfReading(tracer, file));
+}
+
+TEST(ConfigurationFilesDocumentDeathTest, NamesTheTextsOfAMissingFileName)
+{
+    const auto initialize = [](auto&& facility) {
+        joinOutputs();
+        facility.Initialize();
+    };
+
+    EXPECT_EXIT(initialize(Logger()), testing::ExitedWithCode(1), testing::Truly(isNamedAsOutput));
+    EXPECT_EXIT(initialize(Tracer()), testing::ExitedWithCode(1), testing::Truly(isNamedAsOutput));
+}
+
+TEST(ConfigurationFilesDocument, NamesTheDefaultsOfTheRings)
+{
+    const Logger logger;
+    const Tracer tracer;
+    const auto row = [](const char* command, const char* what, int number) {
+        return "| `" + std::string(command) + "` | a number | " + what + ", " +
+               std::to_string(number) + " when not given";
+    };
+
+    for (const std::string& text :
+         {row("LOG_SET_MAX_LINES", "lines in one file", logger.getMaxLinesPerFile()),
+          row("LOG_SET_MAX_FILES", "files in the ring", logger.getMaxFiles()),
+          row("TRACE_SET_MAX_LINES", "lines in one file", tracer.getMaxLinesPerFile()),
+          row("TRACE_SET_MAX_FILES", "files in the ring", tracer.getMaxFiles())})
+        EXPECT_THAT(document(), testing::HasSubstr(text));
 }
 
 TEST(ConfigurationFilesDocument, ShowsAnIdentityCard)

@@ -27,6 +27,9 @@ class OddFiles(Scenario):
 
         self.assert_ended(window)
         self.assertTrue(self.file.is_dir())
+        self.assertEqual(
+            self.last_log_line(), f"[ERROR  ] Saving the dictionary to {self.file} failed: opening "
+                                  "the file: Not a regular file\n")
 
     def test_symbolic_link_in_the_files_place_is_not_followed(self):
         self.folder.mkdir(parents=True)

@@ -44,6 +44,7 @@ class SaveRoad(Scenario):
 
         self.assert_ended(window)
         self.assertEqual(self.stored(), FILLED)
+        self.assertEqual(self.last_log_line(), "[WARNING] No company netword defined.\n")
 
     def test_stored_values_show_and_an_untouched_save_keeps_every_byte(self):
         stored = network_file(
@@ -114,6 +115,8 @@ class SaveRoad(Scenario):
         self.assertEqual(self.stored(), FILLED)
         self.assertEqual(self.file.stat().st_mtime_ns, before.st_mtime_ns)
         self.assertEqual([entry.name for entry in self.folder.iterdir()], [self.file.name])
+        self.assertEqual(
+            self.last_log_line(), "[LEVEL_0] Process has kAuthorizationRightExecute right\n")
 
     def test_vpn_without_a_command_line_is_refused_with_an_alert(self):
         self.store(network_file())

@@ -3,6 +3,7 @@
 #include "KFException.h"
 #include "Later.h"
 #include "LocalizedTexts.h"
+#include "MarkedCalls.h"
 #include "ShippedTexts.h"
 #include "TavConfigurationApplication.h"
 #include "runConfigurationApplication.h"
@@ -69,6 +70,23 @@ TEST_F(ApplicationTest, SaveEndsTheLoopWithStatusZero)
     EXPECT_EQ(run([] { click("saveButton"); }), 0);
 
     EXPECT_TRUE(m_file.exists());
+}
+
+TEST_F(ApplicationTest, DelegateKnowsTheWindowAndIsToldOfTheStart)
+{
+    const PublishedTracer tracer;
+    bool isTheWindow = false;
+
+    run([&] {
+        auto& application = dynamic_cast<TavConfigurationApplication&>(*qApp);
+        isTheWindow = application.delegate().window() == &window();
+        click("cancelButton");
+    });
+
+    EXPECT_TRUE(isTheWindow);
+    EXPECT_THAT(
+        callsIn(tracer.lines()),
+        testing::Contains("  TAV_AdminAppDelegate::applicationDidFinishLaunching").Times(1));
 }
 
 TEST_F(ApplicationTest, CancelEndsTheLoopWithStatusZero)
@@ -190,6 +208,21 @@ TEST_F(ApplicationTest, ExceptionOfTheProgramInTheLoopEndsInItsReport)
         testing::ExitedWithCode(0),
         testing::HasSubstr("INTERNAL ERROR : Exception : BROKEN on file Some/Unit line 12 - In "
                            "File : Some/Unit - At Line : 12\n"));
+}
+
+TEST_F(ApplicationTest, ExceptionOfTheProgramInTheWindowsSetUpEndsInItsReport)
+{
+    EXPECT_EXIT(
+        {
+            CrashReport::printOnStandardError();
+            Localizer::destroyInstance();
+            run([] {});
+        },
+        testing::ExitedWithCode(0),
+        testing::HasSubstr("INTERNAL ERROR : Localizer Exception : LOCALIZER_NOT_INITIALIZED on "
+                           "file Application/Common/Localizer/src/Mac/Localizer at line 188 - In "
+                           "File : Application/Common/Localizer/src/Mac/Localizer - At Line : "
+                           "188\n"));
 }
 
 TEST_F(ApplicationTest, OtherExceptionInTheLoopEndsInTheReportOfTheAbort)

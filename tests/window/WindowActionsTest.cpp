@@ -52,6 +52,17 @@ protected:
         return QApplication::exec();
     }
 
+    /// What the five fields hold.
+    std::vector<std::string> entries() const
+    {
+        std::vector<std::string> values;
+        for (const char* const field :
+             {"m_startCommandLineField", "m_startArgsField", "m_stopCommandLineField",
+              "m_stopArgsField", "m_IPAddressTextField"})
+            values.push_back(m_window.value(field));
+        return values;
+    }
+
     ConfigurationWindow m_window{on.bytes(), texts};
 };
 
@@ -159,6 +170,25 @@ TEST_F(WindowActionsTest, MonitoringWithoutAnAddressIsToldAndNothingIsWritten)
     EXPECT_TRUE(m_window.window.isEnabled());
 }
 
+TEST_F(WindowActionsTest, EveryEntryStaysAfterEachAlert)
+{
+    for (const char* const missing :
+         {"m_startCommandLineField", "m_stopCommandLineField", "m_IPAddressTextField"}) {
+        m_window.controller.fillStartCommandLine("/typed up", "typed -u");
+        m_window.controller.fillSopCommandLine("/typed down", "typed -d");
+        m_window.controller.fillMonitoringAddress("9.9.9.9");
+        m_window.outlet<ValueField>(missing).clear();
+        const std::vector<std::string> before = entries();
+
+        m_window.click("saveButton");
+
+        EXPECT_EQ(entries(), before) << missing;
+        EXPECT_TRUE(m_window.outlet<QRadioButton>("radioButtonsWithVPN").isChecked());
+        EXPECT_TRUE(m_window.outlet<QRadioButton>("radioButtonEnableMonitoring").isChecked());
+    }
+    EXPECT_EQ(m_window.alertPresenter.alerts.size(), 3U);
+}
+
 TEST_F(WindowActionsTest, VpnIsToldFirstAndAlone)
 {
     m_window.outlet<ValueField>("m_startCommandLineField").clear();
@@ -264,6 +294,39 @@ TEST_F(WindowActionsTest, CancelledFileChooserLeavesTheFieldAsItIs)
 
     EXPECT_EQ(m_window.value("m_startCommandLineField"), "/bin/up");
     EXPECT_EQ(m_window.value("m_stopCommandLineField"), "/bin/down");
+}
+
+TEST_F(WindowActionsTest, LineBreakOfAChosenFileNameIsABlankInTheField)
+{
+    const TemporaryFolder folder;
+    const std::string file = folder.write("line\nbreak", "");
+    atFileChooser([&](QFileDialog& panel) { choose(panel, file); });
+
+    m_window.click("browseStartButton");
+
+    EXPECT_EQ(m_window.value("m_startCommandLineField"), folder.file("line break"));
+}
+
+TEST_F(WindowActionsTest, FileNameThatIsNotUtf8IsRefusedByTheFileChooser)
+{
+    const TemporaryFolder folder;
+    const std::string file = folder.write("caf\xE9", "");
+    bool isRefused = false;
+    atFileChooser([&](QFileDialog& panel) {
+        later([&] {
+            QWidget* const refusal = QApplication::activeModalWidget();
+            isRefused = refusal != nullptr && refusal != &panel;
+            if (isRefused)
+                refusal->close();
+        });
+        choose(panel, file);
+        panel.reject();
+    });
+
+    m_window.click("browseStartButton");
+
+    EXPECT_TRUE(isRefused);
+    EXPECT_EQ(m_window.value("m_startCommandLineField"), "/bin/up");
 }
 
 TEST_F(WindowActionsTest, FileChooserOffersOneExistingFile)

@@ -51,6 +51,15 @@ TEST_F(DesktopSessionTest, LetsNoSessionBusBeStarted)
     EXPECT_EQ(variable("DBUS_SESSION_BUS_ADDRESS"), "disabled:");
 }
 
+TEST_F(DesktopSessionTest, TakesAnEmptyAddressForNone)
+{
+    setenv("DBUS_SESSION_BUS_ADDRESS", "", 1);
+
+    EXPECT_EQ(DesktopSession::prepare(), Bus::none);
+
+    EXPECT_EQ(variable("DBUS_SESSION_BUS_ADDRESS"), "disabled:");
+}
+
 TEST_F(DesktopSessionTest, LetsNoSessionBusBeStartedWhereTheRuntimeFolderHasNone)
 {
     setenv("XDG_RUNTIME_DIR", folder.path().c_str(), 1);

@@ -1,5 +1,8 @@
 #include "ElevatedDisplay.h"
 
+#include "ChildProcess.h"
+#include "Cookie.h"
+#include "OrdinaryUser.h"
 #include "ScopedEnvironment.h"
 #include "TemporaryFolder.h"
 #include "VirtualDisplay.h"
@@ -11,24 +14,18 @@
 
 namespace {
 
-constexpr uid_t NOBODY = 65534;
-
-/// Acts as a user who is not root for one scope; a test that does not run as root is one already.
-class OrdinaryUser {
-public:
-    OrdinaryUser() { EXPECT_EQ(seteuid(m_formerUser == 0 ? NOBODY : m_formerUser), 0); }
-    ~OrdinaryUser() { EXPECT_EQ(seteuid(m_formerUser), 0); }
-
-    OrdinaryUser(const OrdinaryUser&) = delete;
-    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-
-private:
-    const uid_t m_formerUser = geteuid();
-};
-
 std::string ordinaryUserName()
 {
     return getpwuid(geteuid() == 0 ? NOBODY : geteuid())->pw_name;
+}
+
+/// What an ordinary user is told has to be the obstacle.
+void expectForOrdinaryUser(const std::string& obstacle)
+{
+    EXPECT_TRUE(asOrdinaryUser([&obstacle] {
+        EXPECT_EQ(ElevatedDisplay::obstacle(), obstacle);
+        return !testing::Test::HasFailure();
+    }));
 }
 
 } // namespace
@@ -40,7 +37,7 @@ protected:
     ElevatedDisplayTest() { chmod(folder.path().c_str(), 0755); }
 
     TemporaryFolder folder;
-    const std::string cookies = folder.write("cookies", cookieFile(""));
+    const std::string cookies = folder.write("cookies", cookieFile({}));
     ScopedEnvironment authority{"XAUTHORITY", cookies};
     ScopedEnvironment wayland{"WAYLAND_DISPLAY", ""};
     const std::vector<std::string> needingCookies{"-auth", cookies};
@@ -61,6 +58,26 @@ TEST_F(ElevatedDisplayTest, NeedsAnXDisplayInAWaylandSession)
     EXPECT_EQ(
         ElevatedDisplay::obstacle(),
         "the window needs an X display, and this Wayland session has none");
+}
+
+TEST_F(ElevatedDisplayTest, NeedsADisplayThatTheElevatorHandsOn)
+{
+    const ScopedEnvironment display("DISPLAY", "/a/socket:0");
+
+    EXPECT_EQ(
+        ElevatedDisplay::obstacle(),
+        "the window needs a display, and pkexec does not hand on /a/socket:0");
+}
+
+TEST_F(ElevatedDisplayTest, NeedsACookieFileThatTheElevatorHandsOn)
+{
+    const VirtualDisplay server(needingCookies);
+    const ScopedEnvironment display("DISPLAY", server.name());
+    const ScopedEnvironment relative("XAUTHORITY", "cookies");
+
+    EXPECT_EQ(
+        ElevatedDisplay::obstacle(),
+        "the window needs a display, and pkexec does not hand on its cookies, cookies");
 }
 
 TEST_F(ElevatedDisplayTest, AcceptsTheXDisplayOfAWaylandSession)
@@ -91,6 +108,21 @@ TEST_F(ElevatedDisplayTest, NeedsAServerThatAdmitsTheUser)
         "the window needs a display, and " + server.name() + " cannot be opened");
 }
 
+TEST_F(ElevatedDisplayTest, SurvivesThatNobodyReadsWhatIsToldOfARefusal)
+{
+    const VirtualDisplay server(needingCookies);
+    const ScopedEnvironment display("DISPLAY", server.name());
+    const ScopedEnvironment noCookies("XAUTHORITY", folder.write("empty", ""));
+
+    EXPECT_TRUE(inChildProcess([&server] {
+        std::optional<Pipe> errors = Pipe::open();
+        dup2(errors->writeEnd.get(), STDERR_FILENO);
+        close(errors->readEnd.release());
+        return ElevatedDisplay::obstacle() ==
+               "the window needs a display, and " + server.name() + " cannot be opened";
+    }));
+}
+
 TEST_F(ElevatedDisplayTest, AcceptsADisplayWithACookie)
 {
     const VirtualDisplay server(needingCookies);
@@ -103,7 +135,8 @@ TEST_F(ElevatedDisplayTest, AcceptsACookieForTheDisplaysOwnNumber)
 {
     const VirtualDisplay server(needingCookies);
     const ScopedEnvironment display("DISPLAY", server.name() + ".0");
-    const std::string own = folder.write("own", cookieFile(server.name().substr(1)));
+    const std::string own =
+        folder.write("own", cookieFile({.displayNumber = server.name().substr(1)}));
     const ScopedEnvironment ownCookie("XAUTHORITY", own);
 
     EXPECT_EQ(ElevatedDisplay::obstacle(), "");
@@ -132,13 +165,26 @@ TEST_F(ElevatedDisplayTest, RefusesADisplayThatAdmitsItsOwnUserOnly)
     const VirtualDisplay server(needingCookies);
     const ScopedEnvironment display("DISPLAY", server.name());
     VirtualDisplay::admit(ordinaryUserName());
-    const std::string other = folder.write("other", cookieFile("4711"));
+    const std::string other = folder.write("other", cookieFile({.displayNumber = "4711"}));
     const ScopedEnvironment cookieOfAnother("XAUTHORITY", other);
 
-    const OrdinaryUser user;
+    expectForOrdinaryUser(
+        "the window needs a display, and " + server.name() + " does not admit root");
+}
 
-    EXPECT_EQ(
-        ElevatedDisplay::obstacle(),
+TEST_F(ElevatedDisplayTest, DoesNotCountACookieOfAnotherMachine)
+{
+    const VirtualDisplay server(needingCookies);
+    const ScopedEnvironment display("DISPLAY", server.name());
+    VirtualDisplay::admit(ordinaryUserName());
+    const std::string other = folder.write(
+        "other", cookieFile(
+                     {.family = Cookie::LOCAL,
+                      .address = "another.machine",
+                      .displayNumber = server.name().substr(1)}));
+    const ScopedEnvironment cookieOfAnother("XAUTHORITY", other);
+
+    expectForOrdinaryUser(
         "the window needs a display, and " + server.name() + " does not admit root");
 }
 
@@ -150,7 +196,15 @@ TEST_F(ElevatedDisplayTest, AcceptsADisplayThatAdmitsRootByName)
     VirtualDisplay::admit("root");
     const ScopedEnvironment noCookies("XAUTHORITY", folder.file("missing"));
 
-    const OrdinaryUser user;
+    expectForOrdinaryUser("");
+}
 
-    EXPECT_EQ(ElevatedDisplay::obstacle(), "");
+TEST_F(ElevatedDisplayTest, AcceptsADisplayThatAdmitsAllLocalUsers)
+{
+    const VirtualDisplay server(needingCookies);
+    const ScopedEnvironment display("DISPLAY", server.name());
+    VirtualDisplay::admitLocalUsers();
+    const ScopedEnvironment noCookies("XAUTHORITY", folder.file("missing"));
+
+    expectForOrdinaryUser("");
 }

@@ -9,8 +9,9 @@
 /// Stands in for pkexec: behaves towards its descriptors, its program and its exit status as pkexec
 /// does, takes its time, and keeps a record of what it was started with.
 ///
-/// Environment: FAKE_ELEVATOR is "grant", "refuse", "dismiss" or "crash"; FAKE_ELEVATOR_RECORD is
-/// the file that gets its arguments, a line each, and then its environment.
+/// Environment: FAKE_ELEVATOR is "grant", "refuse", "dismiss", "crash" or "refuse late", which
+/// ends some time after its descriptors are closed; FAKE_ELEVATOR_RECORD is the file that gets its
+/// arguments, a line each, and then its environment.
 namespace {
 
 void record(char** words)
@@ -34,6 +35,7 @@ void record(char** words)
 int main(int /*argc*/, char** argv)
 {
     constexpr int A_PASSWORD_TAKES = 200'000; // microseconds
+    constexpr int AN_END_TAKES = 200'000;
     usleep(A_PASSWORD_TAKES);
     const char* given = std::getenv("FAKE_ELEVATOR");
     const std::string answer = given != nullptr ? given : "refuse";
@@ -41,6 +43,10 @@ int main(int /*argc*/, char** argv)
     record(environ);
     if (answer == "grant")
         become(argv + 2);
+    if (answer == "refuse late") {
+        close_range(STDERR_FILENO + 1, ~0U, 0);
+        usleep(AN_END_TAKES);
+    }
     if (answer == "crash")
         raise(SIGKILL);
     return answer == "dismiss" ? 126 : 127;

@@ -1,5 +1,8 @@
 #include "IPAddressEntryFormatter.h"
 
+#include "MarkedCalls.h"
+
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -89,4 +92,29 @@ TEST(IPAddressEntryFormatter, ValueOfATextIsTheTextWhateverItIs)
 TEST(IPAddressEntryFormatter, HasNoTextWithAttributes)
 {
     EXPECT_EQ(IPAddressEntryFormatter().attributedStringForObjectValue("1.2"), std::nullopt);
+}
+
+TEST(IPAddressEntryFormatter, MarksAndCountsItsCalls)
+{
+    const IPAddressEntryFormatter formatter;
+    std::string value;
+    QString text;
+    int cursor = 0;
+
+    expectMarked("IPAddressEntryFormatter::stringForObjectValue", &formatter, [&] {
+        formatter.stringForObjectValue("1.2");
+    });
+    expectMarked("IPAddressEntryFormatter::getObjectValue", &formatter, [&] {
+        formatter.getObjectValue(value, "1.2");
+    });
+    expectMarked("IPAddressEntryFormatter::attributedStringForObjectValue", &formatter, [&] {
+        formatter.attributedStringForObjectValue("1.2");
+    });
+    expectMarked("IPAddressEntryFormatter::isPartialStringValid", &formatter, [&] {
+        formatter.isPartialStringValid(text, text);
+    });
+    expectMarked(
+        "IPAddressEntryFormatter::validate", &formatter, [&] { formatter.validate(text, cursor); });
+    expectCounted(
+        "IPAddressEntryFormatter", [] { return std::make_unique<IPAddressEntryFormatter>(); });
 }

@@ -1,5 +1,6 @@
 #include "InstalledProbe.h"
 
+#include "FileContent.h"
 #include "Pipe.h"
 
 #include <algorithm>
@@ -32,12 +33,26 @@ std::string readAll(int descriptor)
 
 } // namespace
 
+/// The checkout may be out of reach for the ordinary user that some tests run the probe as.
+std::string InstalledProbe::withReadableSuppressions(const std::string& options) const
+{
+    const std::string name = "suppressions=";
+    const std::size_t start = options.find(name);
+    if (start == std::string::npos)
+        return options;
+    const std::size_t path = start + name.size();
+    const std::size_t length = options.find(':', path) - path;
+    std::string readable = options;
+    m_folder.write("suppressions", contentOf(options.substr(path, length)));
+    return readable.replace(path, length, m_folder.file("suppressions"));
+}
+
 InstalledProbe::InstalledProbe()
     : m_environment{{"XDG_DATA_HOME", m_home.path()}, {"LANGUAGE", "en"}, {"PATH", "/usr/bin:/bin"}}
 {
     for (const char* sanitizer : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS"})
         if (const char* options = std::getenv(sanitizer))
-            m_environment[sanitizer] = options;
+            m_environment[sanitizer] = withReadableSuppressions(options);
     std::filesystem::copy_file(TAV_START_UP_PROBE, m_folder.file("TavConfiguration"));
     m_folder.write(
         "ID.txt", "COMMERCIAL_VERSION=1.2\nPRODUCT_NAME=Tool\nBU_NAME=Unit\nBUILD_TARGET=Target\n"

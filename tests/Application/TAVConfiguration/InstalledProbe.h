@@ -37,6 +37,8 @@ public:
     std::string logFolder() const { return m_home.file("Pelora/{CODE}/Logs"); }
 
 private:
+    std::string withReadableSuppressions(const std::string& options) const;
+
     TemporaryFolder m_folder;
     TemporaryFolder m_home;
     std::map<std::string, std::string> m_environment;

@@ -1,5 +1,7 @@
 #include "PolkitAuthorizationServices.h"
 
+#include "ChildProcess.h"
+#include "OrdinaryUser.h"
 #include "ScopedEnvironment.h"
 
 #include <gtest/gtest.h>
@@ -19,6 +21,16 @@ TEST(PolkitAuthorizationServices, HoldsTheRightExactlyWhenTheEffectiveUserIsRoot
     EXPECT_EQ(
         services.AuthorizationCreate(&ADMINISTRATOR, AuthorizationFlag::DEFAULTS, nullptr),
         geteuid() == 0 ? AuthorizationStatus::success : AuthorizationStatus::denied);
+}
+
+TEST(PolkitAuthorizationServices, DoesNotHoldTheRightWhereTheRealUserAloneIsRoot)
+{
+    EXPECT_TRUE(inChildProcess([] {
+        PolkitAuthorizationServices services;
+        return (geteuid() != 0 || seteuid(NOBODY) == 0) &&
+               services.AuthorizationCreate(&ADMINISTRATOR, AuthorizationFlag::DEFAULTS, nullptr) ==
+                   AuthorizationStatus::denied;
+    }));
 }
 
 TEST(PolkitAuthorizationServices, HandsOutAReferenceWithoutAGrant)

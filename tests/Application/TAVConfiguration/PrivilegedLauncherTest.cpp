@@ -6,6 +6,7 @@
 #include <array>
 #include <csignal>
 #include <memory>
+#include <optional>
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -61,7 +62,7 @@ protected:
         std::vector<const char*> list = arguments;
         list.push_back(nullptr);
         CaptureStderr();
-        const AuthorizationStatus status = launcher.launch(program, list.data(), &output);
+        const AuthorizationStatus status = launcher->launch(program, list.data(), &output);
         errors = GetCapturedStderr();
         return status;
     }
@@ -70,7 +71,7 @@ protected:
     TemporaryFolder folder;
     ScopedEnvironment answerVariable{"FAKE_ELEVATOR", "grant"};
     ScopedEnvironment recordVariable{"FAKE_ELEVATOR_RECORD", folder.file("record")};
-    PrivilegedLauncher launcher{TAV_FAKE_ELEVATOR};
+    std::optional<PrivilegedLauncher> launcher{TAV_FAKE_ELEVATOR};
     std::FILE* output = nullptr;
     std::string errors;
 };
@@ -135,6 +136,16 @@ TEST_F(PrivilegedLauncherTest, ExplainsARefusal)
     EXPECT_EQ(errors, "TavConfiguration: cannot start with administrator rights: pkexec refused\n");
 }
 
+TEST_F(PrivilegedLauncherTest, ExplainsARefusalOfAnElevatorThatTakesItsTimeToEnd)
+{
+    answer("refuse late");
+
+    EXPECT_EQ(launch("/bin/echo"), AuthorizationStatus::toolExecuteFailure);
+
+    EXPECT_EQ(output, nullptr);
+    EXPECT_EQ(errors, "TavConfiguration: cannot start with administrator rights: pkexec refused\n");
+}
+
 TEST_F(PrivilegedLauncherTest, IsSilentAboutADismissedPrompt)
 {
     answer("dismiss");
@@ -167,7 +178,7 @@ TEST_F(PrivilegedLauncherTest, ExplainsAProgramThatTheElevatorCannotStart)
 
 TEST_F(PrivilegedLauncherTest, ExplainsAMissingElevator)
 {
-    launcher = PrivilegedLauncher("/missing/pkexec");
+    launcher.emplace("/missing/pkexec");
 
     EXPECT_EQ(launch("/bin/echo"), AuthorizationStatus::toolExecuteFailure);
 
@@ -178,7 +189,7 @@ TEST_F(PrivilegedLauncherTest, ExplainsAMissingElevator)
 
 TEST_F(PrivilegedLauncherTest, StartsDirectlyWithoutAnElevator)
 {
-    launcher = PrivilegedLauncher("");
+    launcher.emplace("");
 
     EXPECT_EQ(launch("/bin/echo", {"a", "b"}), AuthorizationStatus::success);
 
@@ -186,9 +197,20 @@ TEST_F(PrivilegedLauncherTest, StartsDirectlyWithoutAnElevator)
     EXPECT_EQ(folder.read("record"), "");
 }
 
+TEST_F(PrivilegedLauncherTest, TakesAProgramStartedDirectlyAsBegunHoweverItEnds)
+{
+    launcher.emplace("");
+
+    for (const char* const end : {"exit 126", "exit 127", "kill -9 $$"}) {
+        EXPECT_EQ(launch("/bin/sh", {"-c", end}), AuthorizationStatus::success) << end;
+        EXPECT_EQ(readAll(output), "");
+        EXPECT_EQ(errors, "");
+    }
+}
+
 TEST_F(PrivilegedLauncherTest, ExplainsAProgramThatCannotBeStartedDirectly)
 {
-    launcher = PrivilegedLauncher("");
+    launcher.emplace("");
 
     EXPECT_EQ(launch("/missing/tool"), AuthorizationStatus::toolExecuteFailure);
 
@@ -206,6 +228,18 @@ TEST_F(PrivilegedLauncherTest, LeavesTheShellOutOfTheElevatorsEnvironment)
 
     EXPECT_THAT(folder.read("record"), HasSubstr("SHELL_LEVEL=kept\n"));
     EXPECT_THAT(folder.read("record"), Not(HasSubstr("SHELL=")));
+    readAll(output);
+}
+
+TEST_F(PrivilegedLauncherTest, LeavesOutWhatTheElevatorWouldRefuse)
+{
+    const ScopedEnvironment locale("LC_TIME", "../../a/locale");
+    const ScopedEnvironment language("LANGUAGE", "fr");
+
+    launch("/bin/echo");
+
+    EXPECT_THAT(folder.read("record"), HasSubstr("LANGUAGE=fr\n"));
+    EXPECT_THAT(folder.read("record"), Not(HasSubstr("LC_TIME=")));
     readAll(output);
 }
 
@@ -253,4 +287,5 @@ TEST_P(PrivilegedLauncherFailureTest, LeavesNoChildBehind)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Answers, PrivilegedLauncherFailureTest, testing::Values("refuse", "dismiss", "crash"));
+    Answers, PrivilegedLauncherFailureTest,
+    testing::Values("refuse", "refuse late", "dismiss", "crash"));

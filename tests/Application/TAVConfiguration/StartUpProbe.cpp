@@ -1,4 +1,5 @@
 #include "Console.h"
+#include "FileContent.h"
 #include "KFExceptionHandler.h"
 #include "KFExceptionListener.h"
 #include "Localizer.h"
@@ -14,8 +15,10 @@
 /// are records on the standard output, between the console's log and trace lines.
 ///
 /// Environment: PROBE_CREATE, PROBE_COPY_RIGHTS and PROBE_EXECUTE are the operations' statuses,
-/// PROBE_WINDOW is the window's result, "signal" or "violation"; PROBE_FUNCTION "initTracesAndLogs"
-/// calls that function alone, "published" does after a tracer and a logger were published.
+/// PROBE_WINDOW is the window's result, "signal", "violation" or "exit"; PROBE_SHOWN_FILE is shown
+/// as it is at the relaunch; PROBE_FUNCTION "initTracesAndLogs"
+/// calls that function alone, "published" does after a tracer and a logger were published. With
+/// PROBE_CALLS every call is traced from the first one on, whatever the tracer's file says.
 namespace {
 
 std::string setting(const char* name, const char* otherwise)
@@ -39,7 +42,18 @@ int recordWindow(int& argc, char** argv)
         raise(SIGTERM);
     if (result == "violation")
         Localizer::getInstance()->getLocalizedString(nullptr);
+    if (result == "exit")
+        std::exit(3);
     return std::stoi(result);
+}
+
+void recordOperation(const std::string& line)
+{
+    Console::writeLine(line);
+    const char* const shownFile = std::getenv("PROBE_SHOWN_FILE");
+    if (shownFile == nullptr || !line.starts_with("AuthorizationExecuteWithPrivileges"))
+        return;
+    Console::writeLine(contentOf(shownFile));
 }
 
 class ReportPrinter : public KFExceptionListener {
@@ -55,6 +69,17 @@ void publishBoth()
     Logger::SetInstance(&logger);
 }
 
+void traceEveryCall()
+{
+    static Tracer tracer;
+    tracer.setSynchronous(true);
+    tracer.TraceTheThread("*");
+    tracer.TraceTheCall("*");
+    tracer.SetFileName("console");
+    tracer.setActive(true);
+    Tracer::SetInstance(&tracer);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -63,6 +88,8 @@ int main(int argc, char** argv)
     if (std::getenv("PROBE_REPORT") != nullptr)
         KFExceptionHandler::GetInstance()->addListener(printer);
 
+    if (std::getenv("PROBE_CALLS") != nullptr)
+        traceEveryCall();
     const std::string function = setting("PROBE_FUNCTION", "main");
     if (function == "published")
         publishBoth();
@@ -70,7 +97,7 @@ int main(int argc, char** argv)
         initTracesAndLogs(setting("PROBE_SUFFIX", ""));
         return 0;
     }
-    RecordingAuthorizationServices services(&Console::writeLine);
+    RecordingAuthorizationServices services(&recordOperation);
     services.createStatus = status("PROBE_CREATE");
     services.copyRightsStatus = status("PROBE_COPY_RIGHTS");
     services.executeStatus = status("PROBE_EXECUTE");

@@ -1,5 +1,8 @@
 #include "InstalledProbe.h"
+#include "OrdinaryUser.h"
 
+#include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <regex>
 
@@ -14,6 +17,24 @@ using testing::StartsWith;
 namespace fs = std::filesystem;
 
 namespace {
+
+/// Blocks every signal of the thread for the time of a scope.
+class BlockedSignals {
+public:
+    BlockedSignals()
+    {
+        sigset_t all{};
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &m_former);
+    }
+    ~BlockedSignals() { pthread_sigmask(SIG_SETMASK, &m_former, nullptr); }
+
+    BlockedSignals(const BlockedSignals&) = delete;
+    BlockedSignals& operator=(const BlockedSignals&) = delete;
+
+private:
+    sigset_t m_former{};
+};
 
 /// What the log writes to the console: the line's own end, then the console's.
 std::string logged(const std::string& text)
@@ -48,6 +69,10 @@ constexpr const char* CREATED = "AuthorizationCreate rights none flags 0 referen
 constexpr const char* ASKED =
     "AuthorizationCopyRights the reference rights {system.privilege.admin:0} flags 19\n";
 constexpr const char* FREED = "AuthorizationFree the reference flags 0\n";
+
+constexpr const char* UNABLE_TO_LOG =
+    "INTERNAL ERROR : \"cannot start TavConfiguration : unable to log\" - In File : "
+    "Application/TAVConfiguration/Mac/src/main - At Line : 69\n";
 
 std::string executed(const std::string& program)
 {
@@ -299,6 +324,21 @@ TEST_F(StartUpTest, EndsTheCardAndTheDataAfterTheIdentityLines)
         StartsWith(identity() + "AppData::destructor\n\nIDCardReader::destructor\n\n"));
 }
 
+TEST_F(StartUpTest, ReadsNoCardOfTheCurrentFolderInPlaceOfAnUnknownOne)
+{
+    // As after an update that replaced the running executable.
+    const std::string startReplaced = "cd '" + probe.folder().path() +
+                                      "' && exec 3< TavConfiguration && rm TavConfiguration && "
+                                      "XDG_DATA_HOME='" +
+                                      probe.home().path() +
+                                      "' exec /proc/self/fd/3 > output 2> errors";
+
+    EXPECT_EQ(std::system(startReplaced.c_str()), 0);
+
+    EXPECT_EQ(probe.folder().read("output"), "");
+    EXPECT_EQ(probe.folder().read("errors"), "\"cannot start TavConfiguration : no ID card\"\n");
+}
+
 class StartUpCardTest : public StartUpTest, public testing::WithParamInterface<const char*> {};
 
 TEST_P(StartUpCardTest, RefusesToStartWithoutAValidIdentityCard)
@@ -390,16 +430,30 @@ TEST_P(StartUpFolderTest, RefusesToStartWithoutALogFolder)
 
     const auto outcome = probe.run();
 
-    EXPECT_EQ(
-        outcome.output,
-        "INTERNAL ERROR : \"cannot start TavConfiguration : unable to log\" - In File : "
-        "Application/TAVConfiguration/Mac/src/main - At Line : 69\n");
+    EXPECT_EQ(outcome.output, UNABLE_TO_LOG);
     EXPECT_EQ(outcome.errors, "\"cannot start TavConfiguration : unable to log\"\n");
     EXPECT_EQ(outcome.status, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Places, StartUpFolderTest, testing::Values("Pelora", "Pelora/{CODE}", "Pelora/{CODE}/Logs"));
+
+TEST_F(StartUpTest, RefusesToStartWhereTheUserMayMakeNoLogFolder)
+{
+    probe.setVariable("PROBE_REPORT", "1");
+    fs::permissions(probe.folder().path(), fs::perms(0755));
+    fs::permissions(probe.home().path(), fs::perms(0555));
+
+    EXPECT_TRUE(asOrdinaryUser([this] {
+        const auto outcome = probe.run();
+        EXPECT_EQ(outcome.output, UNABLE_TO_LOG);
+        EXPECT_EQ(outcome.errors, "\"cannot start TavConfiguration : unable to log\"\n");
+        EXPECT_EQ(outcome.status, 0);
+        return !HasFailure();
+    }));
+
+    EXPECT_TRUE(fs::is_empty(probe.home().path()));
+}
 
 TEST_F(StartUpTest, WritesLogAndTraceIntoTheLogFolder)
 {
@@ -413,6 +467,57 @@ TEST_F(StartUpTest, WritesLogAndTraceIntoTheLogFolder)
     EXPECT_THAT(logFile(), EndsWith("[LEVEL_0] Process has kAuthorizationRightExecute right\n"))
         << "the last line is not left behind";
     EXPECT_THAT(traceFile(), EndsWith("<- TavConfiguration::Main\n"));
+}
+
+TEST_F(StartUpTest, EndsAndWritesTheTraceWhenTheLogCannotBeOpened)
+{
+    writeToFiles("TRACE_CALL_EXIT\n");
+    fs::create_directories(probe.logFolder() + "/log_0.txt");
+
+    const auto outcome = probe.run({"--adminRights"});
+
+    EXPECT_THAT(
+        outcome.errors, StartsWith("Logger : can't open " + probe.logFolder() + "/log_0.txt\n"));
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(traceFile(), EndsWith("<- TavConfiguration::Main\n"));
+}
+
+TEST_F(StartUpTest, EndsAndWritesTheLogWhenTheTraceCannotBeOpened)
+{
+    writeToFiles("");
+    fs::create_directories(probe.logFolder() + "/trace_0.txt");
+
+    const auto outcome = probe.run({"--adminRights"});
+
+    EXPECT_THAT(
+        outcome.errors, StartsWith("Tracer : can't open " + probe.logFolder() + "/trace_0.txt\n"));
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(logFile(), EndsWith("[LEVEL_0] Process has kAuthorizationRightExecute right\n"));
+}
+
+TEST_F(StartUpTest, GoesOnWhereTheUserMayNotWriteIntoTheLogFolder)
+{
+    // At once, so that the failed attempts are those of the thread that holds the files then.
+    probe.folder().write(
+        "logger.cfg",
+        "LOG_ON\nLOG_MUST_FLUSH\nLOG_SET_MSG_FILTER LOG_LEVEL_0\nLOG_SET_FILE_NAME log\n");
+    traceStartUp("TRACE_MUST_FLUSH\nTRACE_SET_FILE_NAME trace\n");
+    fs::create_directories(probe.logFolder());
+    fs::permissions(probe.logFolder(), fs::perms(0555));
+    for (const TemporaryFolder* folder : {&probe.folder(), &probe.home()})
+        fs::permissions(folder->path(), fs::perms(0755));
+
+    EXPECT_TRUE(asOrdinaryUser([this] {
+        const auto outcome = probe.run({"--adminRights"});
+        const std::string folder = probe.logFolder();
+        EXPECT_THAT(outcome.errors, HasSubstr("Logger : can't open " + folder + "/log_0.txt\n"));
+        EXPECT_THAT(outcome.errors, HasSubstr("Tracer : can't open " + folder + "/trace_0.txt\n"));
+        EXPECT_THAT(outcome.output, HasSubstr("window with 2 arguments"));
+        EXPECT_EQ(outcome.status, 0);
+        return !HasFailure();
+    }));
+
+    EXPECT_TRUE(fs::is_empty(probe.logFolder()));
 }
 
 TEST_F(StartUpTest, InsertsTheSuffixIntoTheNamesOfTheDiagnosticsFiles)
@@ -455,15 +560,21 @@ TEST_F(StartUpTest, LoadsTheTextsOfTheUsersLanguage)
     EXPECT_THAT(outcome.output, Not(HasSubstr("Localization file not found")));
 }
 
-class StartUpFallbackTest : public StartUpTest,
-                            public testing::WithParamInterface<std::pair<const char*, int>> {};
+/// What keeps the user's own texts from being loaded, and what is told of it.
+struct TextsFailure {
+    const char* content; // of the file; none where there is no file
+    const char* name;
+    int line;
+};
+
+class StartUpFallbackTest : public StartUpTest, public testing::WithParamInterface<TextsFailure> {};
 
 TEST_P(StartUpFallbackTest, FallsBackToTheEnglishTexts)
 {
-    const auto [name, line] = GetParam();
+    const auto [content, name, line] = GetParam();
     probe.setVariable("LANGUAGE", "pt");
-    if (line == 165)
-        probe.folder().write("Localizer_TavConfiguration_pt.cfg", "TITLE=n\xE3o\n");
+    if (content != nullptr)
+        probe.folder().write("Localizer_TavConfiguration_pt.cfg", content);
 
     const auto outcome = probe.run({"--adminRights"});
 
@@ -483,8 +594,8 @@ TEST_P(StartUpFallbackTest, FallsBackToTheEnglishTexts)
 INSTANTIATE_TEST_SUITE_P(
     Failures, StartUpFallbackTest,
     testing::Values(
-        std::pair("LOCALIZATION_FILE_NOT_FOUND", 170),
-        std::pair("FILE_NOT_CORRECTLY_FORMATTED", 165)));
+        TextsFailure{nullptr, "LOCALIZATION_FILE_NOT_FOUND", 170},
+        TextsFailure{"TITLE=n\xE3o\n", "FILE_NOT_CORRECTLY_FORMATTED", 165}));
 
 TEST_F(StartUpTest, EndsInTheCrashReportWithoutAnyTexts)
 {
@@ -502,6 +613,32 @@ TEST_F(StartUpTest, EndsInTheCrashReportWithoutAnyTexts)
     EXPECT_EQ(outcome.status, 0);
 }
 
+TEST_F(StartUpTest, InstallsTheCrashHandlerBeforeItLoadsTheTexts)
+{
+    traceStartUp("TRACE_THE_CALL KFExceptionHandler::constructor\n"
+                 "TRACE_THE_CALL *Localizer::initialize*\n");
+
+    const auto outcome = probe.run();
+
+    EXPECT_THAT(
+        withoutThreads(outcome.output),
+        StartsWith(
+            identity() + "TavConfiguration::Main\n\nKFExceptionHandler::constructor\n\n" +
+            "void Localizer::initialize(std::string)\n\n"));
+}
+
+TEST_F(StartUpTest, CatchesTheAbortOfTheStartUpItselfWithoutAnyTexts)
+{
+    writeToFiles("TRACE_THE_CALL SIGNAL_FILTER\nTRACE_SET_MSG_FILTER TRACE_ERROR\n");
+    fs::remove(probe.folder().file("Localizer_TavConfiguration_en.cfg"));
+    fs::remove(probe.folder().file("Localizer_TavConfiguration_EN.cfg"));
+
+    const auto outcome = probe.run({"--adminRights"});
+
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(traceFile(), HasSubstr(">> [E] SIGNAL_ABORT\n"));
+}
+
 TEST_F(StartUpTest, ReportsASignalWhileTheWindowIsOpen)
 {
     writeToFiles("");
@@ -516,6 +653,39 @@ TEST_F(StartUpTest, ReportsASignalWhileTheWindowIsOpen)
                                             ".*\\[1\\] TavConfiguration::Main\n"));
 }
 
+TEST_F(StartUpTest, WritesPendingLinesWhereTheToolkitEndsTheProcess)
+{
+    writeToFiles("");
+    probe.setVariable("PROBE_WINDOW", "exit");
+
+    const auto outcome = probe.run({"--adminRights"});
+
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_THAT(logFile(), EndsWith("[LEVEL_0] Process has kAuthorizationRightExecute right\n"));
+    EXPECT_THAT(traceFile(), HasSubstr("TavConfiguration::Main\n"));
+}
+
+TEST_F(StartUpTest, WritesItsLinesBeforeItRelaunches)
+{
+    writeToFiles("");
+    probe.setVariable("PROBE_SHOWN_FILE", probe.logFolder() + "/log_0.txt");
+
+    const auto outcome = probe.run();
+
+    EXPECT_THAT(outcome.output, HasSubstr("[LEVEL_0] Process was launched without --adminRights"));
+}
+
+TEST_F(StartUpTest, EndsWithoutACardAlsoWhereTheCallerBlocksSignals)
+{
+    fs::remove(probe.folder().file("ID.txt"));
+    const BlockedSignals blocked;
+
+    const auto outcome = probe.run();
+
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.status, 0);
+}
+
 TEST_F(StartUpTest, WritesPendingLinesAtAContractViolation)
 {
     writeToFiles("TRACE_THE_CALL SIGNAL_FILTER\nTRACE_SET_MSG_FILTER TRACE_ERROR\n");
@@ -526,4 +696,6 @@ TEST_F(StartUpTest, WritesPendingLinesAtAContractViolation)
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(logFile(), EndsWith("[LEVEL_0] Process has kAuthorizationRightExecute right\n"));
     EXPECT_THAT(traceFile(), HasSubstr(">> [E] REQUIRE VIOLATION : key != NULL - In File : "));
+    EXPECT_THAT(traceFile(), EndsWith("---------------------------------------------\n"))
+        << "the last line of the report";
 }

@@ -1,47 +1,15 @@
 #include "VirtualDisplay.h"
 
-#include "Pipe.h"
+#include "DisplayConnection.h"
 
-#include <array>
 #include <csignal>
-#include <cstdlib>
-#include <memory>
+#include <cstdint>
 #include <stdexcept>
-#include <string_view>
 
 #include <sys/wait.h>
 #include <unistd.h>
-#include <xcb/xcb.h>
 
 namespace {
-
-struct Disconnect {
-    void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
-};
-struct Free {
-    void operator()(void* reply) const
-    {
-        std::free(reply); // NOLINT(cppcoreguidelines-no-malloc): xcb allocates its replies so
-    }
-};
-template<typename T>
-using Reply = std::unique_ptr<T, Free>;
-using Connection = std::unique_ptr<xcb_connection_t, Disconnect>;
-
-Connection connect()
-{
-    Connection connection(xcb_connect(nullptr, nullptr));
-    if (xcb_connection_has_error(connection.get()) != 0)
-        throw std::runtime_error("the virtual display cannot be opened");
-    return connection;
-}
-
-/// Waits until the server has done what it was asked for.
-void finish(const Connection& connection)
-{
-    const Reply<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(
-        connection.get(), xcb_get_input_focus(connection.get()), nullptr));
-}
 
 [[noreturn]] void becomeServer(const std::vector<std::string>& options, int readyDescriptor)
 {
@@ -75,11 +43,12 @@ std::string readLine(int descriptor)
     return line;
 }
 
-void appendField(std::string& file, std::string_view field)
+void addToAccessList(std::uint8_t family, const std::string& address)
 {
-    file += static_cast<char>(field.size() / 256);
-    file += static_cast<char>(field.size() % 256);
-    file += field;
+    const DisplayConnection display;
+    xcb_change_hosts(
+        display.server(), XCB_HOST_MODE_INSERT, family, static_cast<std::uint16_t>(address.size()),
+        reinterpret_cast<const std::uint8_t*>(address.data()));
 }
 
 } // namespace
@@ -107,37 +76,19 @@ VirtualDisplay::~VirtualDisplay()
 
 void VirtualDisplay::admit(const std::string& user)
 {
-    const Connection connection = connect();
-    const std::string address = std::string("localuser") + '\0' + user;
-    xcb_change_hosts(
-        connection.get(), XCB_HOST_MODE_INSERT, XCB_FAMILY_SERVER_INTERPRETED,
-        static_cast<std::uint16_t>(address.size()),
-        reinterpret_cast<const std::uint8_t*>(address.data()));
-    finish(connection);
+    addToAccessList(XCB_FAMILY_SERVER_INTERPRETED, std::string("localuser") + '\0' + user);
+}
+
+void VirtualDisplay::admitLocalUsers()
+{
+    constexpr std::uint8_t FAMILY_LOCAL_HOST = 252;
+    addToAccessList(FAMILY_LOCAL_HOST, "");
 }
 
 void VirtualDisplay::setRootProperty(const std::string& name, const std::string& value)
 {
-    const Connection connection = connect();
-    xcb_connection_t* const server = connection.get();
-    const Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
-        server, xcb_intern_atom(server, 0, static_cast<std::uint16_t>(name.size()), name.c_str()),
-        nullptr));
+    const DisplayConnection display;
     xcb_change_property(
-        server, XCB_PROP_MODE_REPLACE, xcb_setup_roots_iterator(xcb_get_setup(server)).data->root,
-        atom->atom, XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(value.size()), value.data());
-    finish(connection);
-}
-
-std::string cookieFile(const std::string& displayNumber)
-{
-    constexpr int ANY_ADDRESS = 65535;
-    std::string file;
-    file += static_cast<char>(ANY_ADDRESS / 256);
-    file += static_cast<char>(ANY_ADDRESS % 256);
-    appendField(file, "");
-    appendField(file, displayNumber);
-    appendField(file, "MIT-MAGIC-COOKIE-1");
-    appendField(file, "sixteen bytes so");
-    return file;
+        display.server(), XCB_PROP_MODE_REPLACE, display.root(), display.atom(name),
+        XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(value.size()), value.data());
 }

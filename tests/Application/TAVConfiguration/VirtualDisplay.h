@@ -21,6 +21,8 @@ public:
 
     /// Puts a local user on the access list. DISPLAY and the cookies have to be set.
     static void admit(const std::string& user);
+    /// Puts everybody on this machine on the access list. DISPLAY and the cookies have to be set.
+    static void admitLocalUsers();
     /// Gives the root window a text property. DISPLAY and the cookies have to be set.
     static void setRootProperty(const std::string& name, const std::string& value);
 
@@ -30,6 +32,3 @@ private:
     pid_t m_server;
     std::string m_name;
 };
-
-/// The content of a cookie file with one entry.
-std::string cookieFile(const std::string& displayNumber);

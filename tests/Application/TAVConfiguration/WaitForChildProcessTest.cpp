@@ -24,9 +24,9 @@ pid_t startChild(const std::string& text, std::FILE*& output)
 
 TEST(WaitForChildProcess, TracesEachLineAndReturnsTheChildsId)
 {
-    const PublishedTracer tracer;
     std::FILE* output = nullptr;
     const pid_t child = startChild("one 100%s\ntwo", output);
+    const PublishedTracer tracer;
 
     const int pid = WaitForChildProcess(output, "the tool");
 

@@ -30,15 +30,22 @@ class ElevationScenario(unittest.TestCase):
     def setUp(self):
         self.machine.write_beside_program("logger.cfg", LOG)
         self.machine.write_beside_program("tracer.cfg", TRACE)
+        self.forget_launches()
+        self.addCleanup(self._end_elevated_process)
+
+    def forget_launches(self):
+        """Takes away what earlier launches have written."""
         for user in (private_machine.USER, "root"):
             shutil.rmtree(self.machine.home(user) / ".local", ignore_errors=True)
         shutil.rmtree("/var/lib/Pelora", ignore_errors=True)
-        self.addCleanup(self._end_elevated_process)
 
     def launch(self, *arguments, start=None, variables=None, **options):
-        """The ordinary user's launch, on the desktop unless `variables` say otherwise."""
-        return LaunchedTool(self.machine, start or self.machine.program, *arguments,
-                            variables=self.desktop.variables | (variables or {}), **options)
+        """The ordinary user's launch, on the desktop unless `variables` say otherwise; one that is
+        None is left out."""
+        wanted = self.desktop.variables | (variables or {})
+        given = {name: value for name, value in wanted.items() if value is not None}
+        return LaunchedTool(
+            self.machine, start or self.machine.program, *arguments, variables=given, **options)
 
     def elevated_tool(self):
         return RelaunchedTool(self.machine.program)

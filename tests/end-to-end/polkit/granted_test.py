@@ -11,6 +11,7 @@ from elevation_scenario import CONSOLE_LOG, GRANT
 
 CONSOLE_TRACE = ("TRACE_ON\nTRACE_THE_THREAD *\nTRACE_THE_CALL *\nTRACE_CALL_EXIT\n"
                  "TRACE_SET_FILE_NAME console\n")
+DEFAULTS, INTERACTION_ALLOWED = "0", "1"  # how the administrator right is asked for
 # What pkexec sets itself, and what it hands on.
 PKEXEC_SETS = {"PATH", "HOME", "USER", "LOGNAME", "PKEXEC_UID", "SHELL"}
 PKEXEC_HANDS_ON = {"DISPLAY", "XAUTHORITY", "LANG", "LANGUAGE", "TERM"}
@@ -41,7 +42,17 @@ class Granted(elevation_scenario.WindowScenario):
             self.assertEqual(elevated.user, 0)
             self.assertEqual(elevated.children, [], "nothing was started for the window's sake")
             self.assertEqual(self.processes_of_user_named("TavConfigurati"), [])
-            self.assertEqual(self.zombies(), [])
+
+    def test_shell_that_collects_what_is_told_gets_on_while_the_window_lives(self):
+        collecting = 'told=$("$0" 2>&1) && echo "told \'$told\'" >&2'
+        with self.machine.polkit(GRANT):
+            status, errors = self.launch(
+                "-c", collecting, str(self.machine.program), start="/bin/bash").wait()
+            elevated = self.elevated_tool()
+            self.open_window(elevated)
+
+            self.assertEqual((status, errors), (0, "told ''\n"))
+            self.assertIsNone(elevated.poll())
 
     def test_launcher_ends_too_where_the_system_hides_others_processes(self):
         with self.machine.hidden_processes(), self.machine.polkit(GRANT):
@@ -90,8 +101,21 @@ class Granted(elevation_scenario.WindowScenario):
         self.assertEqual((status, errors), (0, ""))
         self.assertEqual(environment.keys() - PKEXEC_SETS - PKEXEC_HANDS_ON, set())
         self.assertEqual(environment["HOME"], str(self.machine.home("root")))
+        self.assertEqual(environment["PATH"],
+                         f"/usr/sbin:/usr/bin:/sbin:/bin:{environment['HOME']}/bin")
         self.assertEqual(environment["DISPLAY"], self.desktop.display)
         self.assertNotIn(secrets["SHELL"], environment.values())
+
+    def test_cookies_in_the_users_home_serve_where_no_variable_names_them(self):
+        with self.machine.polkit(GRANT):
+            status, errors = self.launch(variables={"XAUTHORITY": None}).wait()
+            elevated = self.elevated_tool()
+            window = self.open_window(elevated)
+            self.fill_and_save(window)
+            elevated.wait()
+
+        self.assertEqual((status, errors), (0, ""))
+        self.assert_saved()
 
     def test_console_lines_that_nobody_reads_do_not_end_the_window(self):
         self.machine.write_beside_program("logger.cfg", CONSOLE_LOG)
@@ -117,10 +141,12 @@ class Granted(elevation_scenario.WindowScenario):
     def test_other_command_lines_are_first_launches(self):
         for arguments in (["--adminRights", "x"], ["--ADMINRIGHTS"], ["--adminRights "]):
             with self.subTest(arguments=arguments), self.machine.polkit(GRANT):
-                self.launch(*arguments).wait()
+                self.forget_launches()
+                status, errors = self.launch(*arguments).wait()
                 elevated = self.elevated_tool()
                 elevated.kill()
 
+                self.assertEqual((status, errors), (0, ""))
                 self.assertIn("Process was launched without --adminRights argument", self.log())
 
     @staticmethod
@@ -128,11 +154,6 @@ class Granted(elevation_scenario.WindowScenario):
         listed = subprocess.run(["ps", "-u", private_machine.USER, "-o", "comm="],
                                 capture_output=True, text=True)
         return [line for line in listed.stdout.splitlines() if line.startswith(name)]
-
-    @staticmethod
-    def zombies():
-        listed = subprocess.run(["ps", "-eo", "stat="], capture_output=True, text=True)
-        return [line for line in listed.stdout.splitlines() if line.startswith("Z")]
 
 
 class Password(elevation_scenario.WindowScenario):
@@ -165,10 +186,23 @@ class Password(elevation_scenario.WindowScenario):
     def test_grant_is_kept_for_the_relaunch_and_no_longer(self):
         with self.machine.polkit():
             probe = self.launch(
-                private_machine.ACTION, start=self.machine.grant_probe, agent=SessionAgent)
+                private_machine.ACTION, INTERACTION_ALLOWED,
+                start=self.machine.grant_probe, agent=SessionAgent)
             status, told = probe.wait()
 
         self.assertEqual((status, told), (0, "asked 0, kept 1, freed 0, left 0\n"))
+        self.assertEqual(probe.agent.questions, 1)
+
+    def test_nobody_is_asked_where_interaction_is_not_allowed(self):
+        with self.machine.polkit():
+            probe = self.launch(
+                private_machine.ACTION, DEFAULTS, start=self.machine.grant_probe,
+                agent=SessionAgent)
+            status, told = probe.wait()
+
+        self.assertEqual(status, 0)
+        self.assertTrue(told.endswith("asked -60007, kept 0, freed 0, left 0\n"), told)
+        self.assertEqual(probe.agent.questions, 0)
 
 
 if __name__ == "__main__":

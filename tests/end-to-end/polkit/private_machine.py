@@ -58,10 +58,11 @@ class Machine:
         self.program = self.program_folder / "TavConfiguration"
         subprocess.run([cmake, "--install", build, "--prefix", self.prefix], check=True,
                        stdout=subprocess.DEVNULL)
-        self.grant_probe, self.close_window = (
+        self.grant_probe, self.close_window, self.admit_user, self.fake_elevator = (
             pathlib.Path(shutil.copy(pathlib.Path(build, "tests", name), FOLDER))
-            for name in ("PolkitGrantProbe", "CloseWindow"))
+            for name in ("PolkitGrantProbe", "CloseWindow", "AdmitUser", "FakeElevator"))
         self._make_users()
+        self._leave_environments_empty()
         self._make_login_session()
         self._make_folders_private()
 
@@ -85,6 +86,14 @@ class Machine:
             home = FOLDER / "home" / name
             home.mkdir(parents=True)
             shutil.chown(home, name, name)
+
+    def _leave_environments_empty(self):
+        """Whoever gets another user's rights gets the variables of these files too."""
+        empty = FOLDER / "empty"
+        empty.touch()
+        for path in ("/etc/environment", "/etc/default/locale"):
+            if os.path.exists(path):
+                _mount("--bind", empty, path)
 
     def _make_login_session(self):
         """What the login manager would say of the user, who sits before the machine."""

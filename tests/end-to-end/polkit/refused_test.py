@@ -8,6 +8,7 @@ import unittest
 import elevation_scenario
 import private_machine
 from agents import DismissingAgent, SessionAgent
+from elevation_scenario import GRANT
 
 CANNOT = "TavConfiguration: cannot get administrator rights: "
 
@@ -63,19 +64,33 @@ class Refused(elevation_scenario.ElevationScenario):
             self.assert_polkit_is_missed(f"Action {private_machine.ACTION} is not registered")
 
     def test_a_pkexec_that_cannot_elevate_is_explained(self):
-        powerless = private_machine.FOLDER / "pkexec"
-        shutil.copyfile("/usr/bin/pkexec", powerless)
-        powerless.chmod(0o755)
-        subprocess.run(["mount", "--bind", powerless, "/usr/bin/pkexec"], check=True)
-        self.addCleanup(subprocess.run, ["umount", "/usr/bin/pkexec"], check=True)
-        with self.machine.polkit("return polkit.Result.YES;"):
+        self.replace_pkexec("/usr/bin/pkexec", 0o755)
+        with self.machine.polkit(GRANT):
             status, errors = self.launch().wait()
 
-        self.assertEqual(status, 0)
-        self.assertTrue(errors.endswith(
-            "TavConfiguration: cannot start with administrator rights: pkexec refused\n"), errors)
+        self.assertEqual((status, errors), (
+            0, "pkexec must be setuid root\n"
+               "TavConfiguration: cannot start with administrator rights: pkexec refused\n"))
         self.assertIsNone(self.machine.elevated_process())
         self.assertNotIn("CALLSTACK", self.trace(), "no crash report")
+
+    def test_a_refusal_is_explained_too_where_the_system_hides_others_processes(self):
+        self.replace_pkexec(self.machine.fake_elevator, 0o4755)
+        with self.machine.hidden_processes(), self.machine.polkit(GRANT):
+            status, errors = self.launch(
+                variables={"FAKE_ELEVATOR": "refuse late", "FAKE_ELEVATOR_RECORD": "/dev/null"}
+            ).wait()
+
+        self.assertEqual((status, errors), (
+            0, "TavConfiguration: cannot start with administrator rights: pkexec refused\n"))
+
+    def replace_pkexec(self, program, mode):
+        """Root's process is what the replacement becomes where the mode says so."""
+        replacement = private_machine.FOLDER / "pkexec"
+        shutil.copyfile(program, replacement)
+        replacement.chmod(mode)
+        subprocess.run(["mount", "--bind", replacement, "/usr/bin/pkexec"], check=True)
+        self.addCleanup(subprocess.run, ["umount", "/usr/bin/pkexec"], check=True)
 
     def assert_polkit_is_missed(self, reason):
         status, errors = self.launch().wait()
@@ -105,15 +120,25 @@ class Displays(elevation_scenario.ElevationScenario):
 
     def test_a_display_that_refuses_the_user_is_told(self):
         self.assert_told({"XAUTHORITY": "/missing"},
-                         f"the window needs a display, and {self.desktop.display} cannot be opened")
+                         f"the window needs a display, and {self.desktop.display} cannot be opened",
+                         "Authorization required, but no authorization protocol specified\n\n")
 
-    def assert_told(self, variables, reason):
+    def test_a_display_that_does_not_admit_root_is_told(self):
+        display, cookies = ":1", self.machine.home(private_machine.USER) / "another"
+        self.desktop.start_server(display, cookies)
+        subprocess.run([self.machine.admit_user, private_machine.USER], check=True,
+                       env={"DISPLAY": display, "XAUTHORITY": str(cookies)})
+
+        self.assert_told({"DISPLAY": display},
+                         f"the window needs a display, and {display} does not admit root")
+
+    def assert_told(self, variables, reason, of_the_display=""):
+        """`of_the_display` is what the library that talks to displays tells before the tool."""
         with self.machine.polkit():
-            tool = self.launch(
-                variables=variables, agent=SessionAgent)
+            tool = self.launch(variables=variables, agent=SessionAgent)
             status, errors = tool.wait()
 
-        self.assertEqual((status, errors.splitlines()[-1]), (0, CANNOT + reason))
+        self.assertEqual((status, errors), (0, of_the_display + CANNOT + reason + "\n"))
         self.assertEqual(tool.agent.questions, 0)
         self.assertIn("AuthorizationCopyRights failed with code -60007\n", self.trace())
         self.assert_nothing_is_relaunched()

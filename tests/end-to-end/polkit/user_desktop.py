@@ -15,8 +15,8 @@ class UserDesktop:
     def __init__(self, machine):
         home = machine.home(private_machine.USER)
         self.cookies = home / ".Xauthority"
-        self.display = ":0"  # the machine has no other
-        self._start_server()
+        self.display = ":0"  # the machine has no other yet
+        self.start_server(self.display, self.cookies)
         runtime = private_machine.FOLDER / "runtime"
         runtime.mkdir(mode=0o700)
         shutil.chown(runtime, private_machine.USER)
@@ -25,19 +25,21 @@ class UserDesktop:
         self.variables["DBUS_SESSION_BUS_ADDRESS"] = self._start_session_bus()
         self._join()
 
-    def _start_server(self):
+    @staticmethod
+    def start_server(display, cookies):
+        """Starts an X server of the user's, whose cookie goes into the file; `display` has to be
+        the next one that is free."""
         private_machine.as_user(
-            ["xauth", "-q", "-f", str(self.cookies), "add", self.display, ".",
-             secrets.token_hex(16)],
+            ["xauth", "-q", "-f", str(cookies), "add", display, ".", secrets.token_hex(16)],
             stderr=subprocess.DEVNULL).wait()
         read_end, write_end = os.pipe()
         private_machine.as_user(
             ["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x1024x24", "-nolisten",
-             "tcp", "-noreset", "-auth", str(self.cookies)],
+             "tcp", "-noreset", "-auth", str(cookies)],
             pass_fds=[write_end], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(write_end)
         with os.fdopen(read_end) as pipe:
-            assert pipe.readline().strip() == self.display.lstrip(":")
+            assert pipe.readline().strip() == display.lstrip(":")
 
     def _start_session_bus(self):
         read_end, write_end = os.pipe()

@@ -26,6 +26,9 @@ inline constexpr std::uint32_t EXTEND_RIGHTS = 0x2;
 inline constexpr std::uint32_t PREAUTHORIZE = 0x10;
 } // namespace AuthorizationFlag
 
+/// The one right that the start-up asks for.
+inline constexpr const char* ADMINISTRATOR_RIGHT = "system.privilege.admin";
+
 /// One right that is asked about; it carries no value.
 struct AuthorizationRight {
     std::string name;

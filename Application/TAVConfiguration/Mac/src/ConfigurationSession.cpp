@@ -4,6 +4,7 @@
 #include "CallMarker.h"
 #include "Console.h"
 #include "DesktopSession.h"
+#include "DetachedStandardError.h"
 #include "Diagnostics.h"
 #include "runConfigurationApplication.h"
 
@@ -14,9 +15,15 @@
 #include <cstdlib>
 #include <optional>
 
+#include <sys/stat.h>
+
 namespace {
 
 QtMessageHandler s_formerHandler = nullptr;
+/// Until the application has started.
+std::optional<DetachedStandardError> s_standardError;
+/// Removed when the process ends, also by a report that never returns here.
+std::optional<QTemporaryDir> s_runtimeFolder;
 
 /// The toolkit aborts when its start fails, which would look like a crash of the tool.
 void endWithoutDisplay(QtMsgType type, const QMessageLogContext& context, const QString& text)
@@ -25,9 +32,23 @@ void endWithoutDisplay(QtMsgType type, const QMessageLogContext& context, const 
         s_formerHandler(type, context, text);
         return;
     }
+    if (s_standardError)
+        s_standardError->putBack();
     Console::writeError("TavConfiguration: cannot show the window: no display can be used\n");
+    s_runtimeFolder.reset();
     Diagnostics::drain();
     std::_Exit(EXIT_FAILURE);
+}
+
+/// An elevated process has no runtime folder; the toolkit would warn, and use one of a name that
+/// all can know.
+void provideRuntimeFolder()
+{
+    CallMarker marker("provideRuntimeFolder");
+    if (!qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        return;
+    s_runtimeFolder.emplace();
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(s_runtimeFolder->path()));
 }
 
 } // namespace
@@ -35,15 +56,14 @@ void endWithoutDisplay(QtMsgType type, const QMessageLogContext& context, const 
 int ConfigurationSession::run(int& argc, char** argv)
 {
     CallMarker marker("ConfigurationSession::run");
+    // The mask is the caller's, or open since folders were made: the toolkit and what it loads keep
+    // files of their own, as root in places that all share.
+    umask(S_IWGRP | S_IWOTH);
+    s_standardError.emplace();
+    qAddPreRoutine([] { s_standardError.reset(); });
     if (DesktopSession::prepare() == DesktopSession::Bus::accessibility)
         AccessibilityBus::announce();
-    // An elevated process has none; the toolkit would warn, and use one of a name that all can
-    // know.
-    std::optional<QTemporaryDir> runtimeFolder;
-    if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) {
-        runtimeFolder.emplace();
-        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtimeFolder->path()));
-    }
+    provideRuntimeFolder();
     s_formerHandler = qInstallMessageHandler(&endWithoutDisplay);
     return runConfigurationApplication(argc, argv);
 }

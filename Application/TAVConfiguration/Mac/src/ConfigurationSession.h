@@ -1,6 +1,7 @@
 #pragma once
 
-/// Runs the window in a session that is made ready for it: no bus is started for its sake, and a
+/// Runs the window in a session that is made ready for it: no bus is started for its sake, who
+/// reads a pipe as standard error neither waits for the window's end nor brings it about, and a
 /// display that cannot be used is told in plain words, not by a crash report.
 class ConfigurationSession {
 public:

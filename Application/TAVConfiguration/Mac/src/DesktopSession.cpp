@@ -12,8 +12,11 @@ namespace {
 /// The address of the bus that the login session's own folder holds; empty without one.
 std::string userBus()
 {
+    CallMarker marker("userBus");
     const char* folder = std::getenv("XDG_RUNTIME_DIR");
-    const std::string socket = std::string(folder != nullptr ? folder : "") + "/bus";
+    if (folder == nullptr || *folder == '\0')
+        return {};
+    const std::string socket = std::string(folder) + "/bus";
     return FileSystemManagement::existFile(socket) ? "unix:path=" + socket : std::string();
 }
 
@@ -27,6 +30,7 @@ bool isSocketAddress(const std::string& bus)
 /// the display can set the name.
 std::string accessibilityBus()
 {
+    CallMarker marker("accessibilityBus");
     const XDisplay display;
     const std::string bus = display.isOpen() ? display.rootProperty("AT_SPI_BUS") : std::string();
     return isSocketAddress(bus) ? bus : std::string();
@@ -37,7 +41,9 @@ std::string accessibilityBus()
 DesktopSession::Bus DesktopSession::prepare()
 {
     CallMarker marker("DesktopSession::prepare");
-    if (std::getenv("DBUS_SESSION_BUS_ADDRESS") != nullptr)
+    // The bus library takes an empty address for none.
+    const char* const known = std::getenv("DBUS_SESSION_BUS_ADDRESS");
+    if (known != nullptr && *known != '\0')
         return Bus::session;
     std::string address = userBus();
     Bus bus = Bus::session;

@@ -9,6 +9,12 @@ GrantingAuthorizationServices::GrantingAuthorizationServices() : m_launcher("")
         "GrantingAuthorizationServices", "GrantingAuthorizationServices::constructor", true, this);
 }
 
+GrantingAuthorizationServices::~GrantingAuthorizationServices()
+{
+    CallMarker marker(
+        "GrantingAuthorizationServices", "GrantingAuthorizationServices::destructor", false, this);
+}
+
 AuthorizationStatus GrantingAuthorizationServices::AuthorizationCreate(
     const AuthorizationRights* /*rights*/, std::uint32_t /*flags*/,
     std::unique_ptr<Authorization>* authorization)

@@ -8,6 +8,10 @@
 class GrantingAuthorizationServices : public AuthorizationServices {
 public:
     GrantingAuthorizationServices();
+    ~GrantingAuthorizationServices() override;
+
+    GrantingAuthorizationServices(const GrantingAuthorizationServices&) = delete;
+    GrantingAuthorizationServices& operator=(const GrantingAuthorizationServices&) = delete;
 
     AuthorizationStatus AuthorizationCreate(
         const AuthorizationRights* rights, std::uint32_t flags,

@@ -15,25 +15,25 @@ bool mayStandInAddress(char32_t character)
 
 IPAddressEntryFormatter::IPAddressEntryFormatter(QObject* parent) : QValidator(parent)
 {
-    const CallMarker marker(
+    CallMarker marker(
         "IPAddressEntryFormatter", "IPAddressEntryFormatter::constructor", true, this);
 }
 
 IPAddressEntryFormatter::~IPAddressEntryFormatter()
 {
-    const CallMarker marker(
+    CallMarker marker(
         "IPAddressEntryFormatter", "IPAddressEntryFormatter::destructor", false, this);
 }
 
 std::string IPAddressEntryFormatter::stringForObjectValue(const std::string& value) const
 {
-    const CallMarker marker("IPAddressEntryFormatter::stringForObjectValue", this);
+    CallMarker marker("IPAddressEntryFormatter::stringForObjectValue", this);
     return value;
 }
 
 bool IPAddressEntryFormatter::getObjectValue(std::string& value, const std::string& text) const
 {
-    const CallMarker marker("IPAddressEntryFormatter::getObjectValue", this);
+    CallMarker marker("IPAddressEntryFormatter::getObjectValue", this);
     value = text;
     return true;
 }
@@ -41,14 +41,14 @@ bool IPAddressEntryFormatter::getObjectValue(std::string& value, const std::stri
 std::optional<QString> IPAddressEntryFormatter::attributedStringForObjectValue(
     const std::string& /*value*/) const
 {
-    const CallMarker marker("IPAddressEntryFormatter::attributedStringForObjectValue", this);
+    CallMarker marker("IPAddressEntryFormatter::attributedStringForObjectValue", this);
     return std::nullopt;
 }
 
 bool IPAddressEntryFormatter::isPartialStringValid(
     const QString& text, QString& errorDescription) const
 {
-    const CallMarker marker("IPAddressEntryFormatter::isPartialStringValid", this);
+    CallMarker marker("IPAddressEntryFormatter::isPartialStringValid", this);
     const auto characters = text.toUcs4();
     if (std::all_of(characters.begin(), characters.end(), mayStandInAddress))
         return true;
@@ -58,7 +58,7 @@ bool IPAddressEntryFormatter::isPartialStringValid(
 
 QValidator::State IPAddressEntryFormatter::validate(QString& text, int& /*cursor*/) const
 {
-    const CallMarker marker("IPAddressEntryFormatter::validate", this);
+    CallMarker marker("IPAddressEntryFormatter::validate", this);
     QString errorDescription;
     return isPartialStringValid(text, errorDescription) ? Acceptable : Invalid;
 }

@@ -6,20 +6,20 @@
 
 MessageBoxAlertPresenter::MessageBoxAlertPresenter(QWidget& window) : m_window(window)
 {
-    const CallMarker marker(
+    CallMarker marker(
         "MessageBoxAlertPresenter", "MessageBoxAlertPresenter::constructor", true, this);
 }
 
 MessageBoxAlertPresenter::~MessageBoxAlertPresenter()
 {
-    const CallMarker marker(
+    CallMarker marker(
         "MessageBoxAlertPresenter", "MessageBoxAlertPresenter::destructor", false, this);
 }
 
 bool MessageBoxAlertPresenter::showAlert(
     Level level, const std::string& title, const std::string& text)
 {
-    const CallMarker marker("MessageBoxAlertPresenter::showAlert", this);
+    CallMarker marker("MessageBoxAlertPresenter::showAlert", this);
     QMessageBox box(m_window.isVisible() ? &m_window : nullptr);
     box.setIcon(level == Level::stop ? QMessageBox::Critical : QMessageBox::Information);
     box.setWindowTitle(QString::fromStdString(title));

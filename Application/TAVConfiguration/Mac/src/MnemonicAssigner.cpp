@@ -25,17 +25,17 @@ bool isLetterOrNumber(const QString& text, qsizetype index)
 
 MnemonicAssigner::MnemonicAssigner()
 {
-    const CallMarker marker("MnemonicAssigner", "MnemonicAssigner::constructor", true, this);
+    CallMarker marker("MnemonicAssigner", "MnemonicAssigner::constructor", true, this);
 }
 
 MnemonicAssigner::~MnemonicAssigner()
 {
-    const CallMarker marker("MnemonicAssigner", "MnemonicAssigner::destructor", false, this);
+    CallMarker marker("MnemonicAssigner", "MnemonicAssigner::destructor", false, this);
 }
 
 QString MnemonicAssigner::assign(const QString& text)
 {
-    const CallMarker marker("MnemonicAssigner::assign", this);
+    CallMarker marker("MnemonicAssigner::assign", this);
     const qsizetype letter = freeLetter(text);
     if (letter == -1)
         return literal(text);
@@ -45,13 +45,13 @@ QString MnemonicAssigner::assign(const QString& text)
 
 QString MnemonicAssigner::literal(const QString& text)
 {
-    const CallMarker marker("MnemonicAssigner::literal");
+    CallMarker marker("MnemonicAssigner::literal");
     return QString(text).replace(u'&', QStringLiteral("&&"));
 }
 
 qsizetype MnemonicAssigner::freeLetter(const QString& text) const
 {
-    const CallMarker marker("MnemonicAssigner::freeLetter", this);
+    CallMarker marker("MnemonicAssigner::freeLetter", this);
     for (const auto suits : {isInitial, isOnLatinKeyboard, isLetterOrNumber})
         for (qsizetype i = 0; i < text.size(); ++i)
             if (suits(text, i) && !m_taken.contains(text[i].toUpper()))

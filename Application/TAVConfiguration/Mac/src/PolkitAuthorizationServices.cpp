@@ -1,8 +1,9 @@
 #include "PolkitAuthorizationServices.h"
 
+#include "AuthorizationFailure.h"
 #include "CallMarker.h"
-#include "Console.h"
 #include "ElevatedDisplay.h"
+#include "FileSystemManagement.h"
 #include "PolkitClient.h"
 #include "ProgramPath.h"
 
@@ -14,8 +15,6 @@ namespace {
 
 /// The action that the policy file binds to the installed tool and its marker argument.
 constexpr const char* ACTION = "com.pelora.tavconfiguration.edit";
-/// The only right that this service knows.
-constexpr const char* ADMINISTRATOR_RIGHT = "system.privilege.admin";
 /// Not looked up in PATH, which the caller chooses.
 constexpr const char* PKEXEC = "/usr/bin/pkexec";
 
@@ -30,29 +29,30 @@ bool areKnown(const AuthorizationRights& rights)
         rights, [](const AuthorizationRight& right) { return right.name == ADMINISTRATOR_RIGHT; });
 }
 
-AuthorizationStatus failed(AuthorizationStatus status, const std::string& reason)
+AuthorizationStatus cannotGetRights(AuthorizationStatus status, const std::string& reason)
 {
-    Console::writeError("TavConfiguration: cannot get administrator rights: " + reason + "\n");
-    return status;
+    CallMarker marker("cannotGetRights");
+    return AuthorizationFailure::tell(status, "get administrator rights", reason);
 }
 
 AuthorizationStatus statusOf(const PolkitClient::Answer& answer)
 {
+    CallMarker marker("statusOf");
     switch (answer.verdict) {
     case PolkitClient::Verdict::granted:
         return AuthorizationStatus::success;
     case PolkitClient::Verdict::dismissed:
         return AuthorizationStatus::canceled;
     case PolkitClient::Verdict::refused:
-        return failed(AuthorizationStatus::denied, "the request was refused");
+        return cannotGetRights(AuthorizationStatus::denied, "the request was refused");
     case PolkitClient::Verdict::nobodyToAsk:
-        return failed(
+        return cannotGetRights(
             AuthorizationStatus::interactionNotAllowed,
             "a password is needed, but no authentication agent runs in this session");
     case PolkitClient::Verdict::unavailable:
         break;
     }
-    return failed(
+    return cannotGetRights(
         AuthorizationStatus::internal,
         "the authorization service (polkit) cannot be used: " + answer.reason);
 }
@@ -63,6 +63,12 @@ PolkitAuthorizationServices::PolkitAuthorizationServices() : m_launcher(isRoot()
 {
     CallMarker marker(
         "PolkitAuthorizationServices", "PolkitAuthorizationServices::constructor", true, this);
+}
+
+PolkitAuthorizationServices::~PolkitAuthorizationServices()
+{
+    CallMarker marker(
+        "PolkitAuthorizationServices", "PolkitAuthorizationServices::destructor", false, this);
 }
 
 AuthorizationStatus PolkitAuthorizationServices::AuthorizationCreate(
@@ -86,7 +92,7 @@ AuthorizationStatus PolkitAuthorizationServices::AuthorizationCopyRights(
     if (isRoot())
         return AuthorizationStatus::success;
     if (const std::string obstacle = ElevatedDisplay::obstacle(); !obstacle.empty())
-        return failed(AuthorizationStatus::interactionNotAllowed, obstacle);
+        return cannotGetRights(AuthorizationStatus::interactionNotAllowed, obstacle);
 
     const bool mayAskUser = (flags & AuthorizationFlag::INTERACTION_ALLOWED) != 0;
     const PolkitClient::Answer answer = PolkitClient::check(ACTION, mayAskUser);
@@ -99,7 +105,10 @@ AuthorizationStatus PolkitAuthorizationServices::AuthorizationExecuteWithPrivile
     const char* const* arguments, std::FILE** communicationsPipe)
 {
     CallMarker marker("PolkitAuthorizationServices::AuthorizationExecuteWithPrivileges", this);
-    return m_launcher.launch(ProgramPath::resolve(toolPath), arguments, communicationsPipe);
+    // Whoever started root's process chose the tool path and PATH; the executable is what it is.
+    const std::string program = isRoot() ? FileSystemManagement::getCurrentExecutableFullPath()
+                                         : ProgramPath::resolve(toolPath);
+    return m_launcher.launch(program, arguments, communicationsPipe);
 }
 
 AuthorizationStatus PolkitAuthorizationServices::AuthorizationFree(

@@ -12,6 +12,10 @@
 class PolkitAuthorizationServices : public AuthorizationServices {
 public:
     PolkitAuthorizationServices();
+    ~PolkitAuthorizationServices() override;
+
+    PolkitAuthorizationServices(const PolkitAuthorizationServices&) = delete;
+    PolkitAuthorizationServices& operator=(const PolkitAuthorizationServices&) = delete;
 
     AuthorizationStatus AuthorizationCreate(
         const AuthorizationRights* rights, std::uint32_t flags,
@@ -20,7 +24,8 @@ public:
     AuthorizationStatus AuthorizationCopyRights(
         Authorization& authorization, const AuthorizationRights& rights,
         std::uint32_t flags) override;
-    /// Ordinary users go through pkexec; root starts the program itself.
+    /// Ordinary users go through pkexec. Root starts the running executable directly, whatever the
+    /// tool path says.
     AuthorizationStatus AuthorizationExecuteWithPrivileges(
         Authorization& authorization, const char* toolPath, std::uint32_t flags,
         const char* const* arguments, std::FILE** communicationsPipe) override;

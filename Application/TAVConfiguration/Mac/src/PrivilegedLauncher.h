@@ -19,6 +19,10 @@ public:
     /// `elevator` is the path of `pkexec`; empty starts programs directly, with this process's
     /// rights and environment.
     explicit PrivilegedLauncher(std::string elevator);
+    ~PrivilegedLauncher();
+
+    PrivilegedLauncher(const PrivilegedLauncher&) = delete;
+    PrivilegedLauncher& operator=(const PrivilegedLauncher&) = delete;
 
     /// `arguments` end with a null entry. On success `output` is the program's output, which the
     /// caller closes. A failure is told on standard error, except that the user dismissed a prompt
@@ -27,6 +31,7 @@ public:
         const std::string& program, const char* const* arguments, std::FILE** output) const;
 
 private:
+    bool hasBegun(pid_t process, const std::string& program) const;
     std::vector<std::string> commandFor(
         const std::string& program, const char* const* arguments) const;
     /// Closes this process's copies of both write ends. Returns 0, or the system's error.

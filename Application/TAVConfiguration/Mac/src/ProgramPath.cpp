@@ -16,6 +16,7 @@ namespace fs = std::filesystem;
 /// Empty when the path leads to no program.
 std::string resolvedProgram(const fs::path& path)
 {
+    CallMarker marker("resolvedProgram");
     std::error_code error;
     const fs::path resolved = fs::canonical(path, error);
     const bool isProgram =
@@ -25,6 +26,7 @@ std::string resolvedProgram(const fs::path& path)
 
 std::string findInPath(const std::string& name)
 {
+    CallMarker marker("findInPath");
     const char* path = std::getenv("PATH");
     std::istringstream folders(path != nullptr ? path : "");
     std::string folder;

@@ -6,17 +6,17 @@
 
 SingleLineFormatter::SingleLineFormatter(QObject* parent) : QValidator(parent)
 {
-    const CallMarker marker("SingleLineFormatter", "SingleLineFormatter::constructor", true, this);
+    CallMarker marker("SingleLineFormatter", "SingleLineFormatter::constructor", true, this);
 }
 
 SingleLineFormatter::~SingleLineFormatter()
 {
-    const CallMarker marker("SingleLineFormatter", "SingleLineFormatter::destructor", false, this);
+    CallMarker marker("SingleLineFormatter", "SingleLineFormatter::destructor", false, this);
 }
 
 QValidator::State SingleLineFormatter::validate(QString& text, int& /*cursor*/) const
 {
-    const CallMarker marker("SingleLineFormatter::validate", this);
+    CallMarker marker("SingleLineFormatter::validate", this);
     const auto cannotBeKept = [](QChar c) { return c == u'\n' || c == u'\r' || c == u'\0'; };
     std::replace_if(text.begin(), text.end(), cannotBeKept, QChar(u' '));
     return Acceptable;

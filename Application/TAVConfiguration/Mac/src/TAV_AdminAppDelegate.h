@@ -6,6 +6,12 @@ class QWidget;
 /// application has started. Owns nothing.
 class TAV_AdminAppDelegate {
 public:
+    TAV_AdminAppDelegate();
+    ~TAV_AdminAppDelegate();
+
+    TAV_AdminAppDelegate(const TAV_AdminAppDelegate&) = delete;
+    TAV_AdminAppDelegate& operator=(const TAV_AdminAppDelegate&) = delete;
+
     QWidget* window() const;
     void setWindow(QWidget* window);
 

@@ -12,7 +12,7 @@ namespace {
 
 QIcon applicationIcon()
 {
-    const CallMarker marker("applicationIcon");
+    CallMarker marker("applicationIcon");
     QIcon icon;
     for (const int size : {16, 32, 48, 64, 128, 256})
         icon.addFile(QStringLiteral(":/icons/TavConfiguration-%1.png").arg(size));
@@ -24,7 +24,7 @@ QIcon applicationIcon()
 TavConfigurationApplication::TavConfigurationApplication(int& argc, char** argv)
     : QApplication(argc, argv)
 {
-    const CallMarker marker(
+    CallMarker marker(
         "TavConfigurationApplication", "TavConfigurationApplication::constructor", true, this);
     Q_INIT_RESOURCE(TavConfiguration);
     setApplicationName(QStringLiteral("TavConfiguration"));
@@ -37,8 +37,14 @@ TavConfigurationApplication::TavConfigurationApplication(int& argc, char** argv)
 
 TavConfigurationApplication::~TavConfigurationApplication()
 {
-    const CallMarker marker(
+    CallMarker marker(
         "TavConfigurationApplication", "TavConfigurationApplication::destructor", false, this);
+}
+
+TAV_AdminAppDelegate& TavConfigurationApplication::delegate()
+{
+    CallMarker marker("TavConfigurationApplication::delegate", this);
+    return m_delegate;
 }
 
 // No call marker: every event of the program comes by here, and would fill the trace.
@@ -46,8 +52,14 @@ bool TavConfigurationApplication::notify(QObject* receiver, QEvent* event) noexc
 try {
     return QApplication::notify(receiver, event);
 } catch (const KFException& exception) {
+    endWithReport(exception);
+    return false;
+}
+
+void TavConfigurationApplication::endWithReport(const KFException& exception)
+{
+    CallMarker marker("TavConfigurationApplication::endWithReport");
     KFExceptionHandler::GetInstance()->throwException(
         0, "INTERNAL ERROR", exception.toString().c_str(), exception.getFileName().c_str(),
         exception.getLine());
-    return false;
 }

@@ -1,10 +1,14 @@
 #pragma once
 
+#include "TAV_AdminAppDelegate.h"
+
 #include <QApplication>
 #include <QTranslator>
 
-/// The application around the window: its name and icon, the toolkit's own texts in the user's
-/// language, and the guard at the event loop.
+class KFException;
+
+/// The application around the window: its name and icon, its delegate, the toolkit's own texts in
+/// the user's language, and the guard at the event loop.
 ///
 /// No exception crosses the event loop: one of the program's own ends the process with a report
 /// that tells it, any other with the report of the abort.
@@ -16,8 +20,14 @@ public:
     TavConfigurationApplication(int& argc, char** argv);
     ~TavConfigurationApplication() override;
 
+    TAV_AdminAppDelegate& delegate();
+
     bool notify(QObject* receiver, QEvent* event) noexcept override;
 
+    /// Ends the process with a report that tells the exception.
+    static void endWithReport(const KFException& exception);
+
 private:
+    TAV_AdminAppDelegate m_delegate;
     QTranslator m_toolkitTexts;
 };

@@ -17,7 +17,7 @@ TavConfigurationController::TavConfigurationController(
     : m_window(window), m_alertPresenter(alertPresenter),
       m_pOutlets(std::make_unique<Ui::TavConfigurationWindow>())
 {
-    const CallMarker marker(
+    CallMarker marker(
         "TavConfigurationController", "TavConfigurationController::constructor", true, this);
     m_pOutlets->setupUi(&m_window);
     connectActions();
@@ -25,14 +25,14 @@ TavConfigurationController::TavConfigurationController(
 
 TavConfigurationController::~TavConfigurationController()
 {
-    const CallMarker marker(
+    CallMarker marker(
         "TavConfigurationController", "TavConfigurationController::destructor", false, this);
     m_pModel.reset();
 }
 
 void TavConfigurationController::awakeFromNib()
 {
-    const CallMarker marker("TavConfigurationController::awakeFromNib", this);
+    CallMarker marker("TavConfigurationController::awakeFromNib", this);
     m_pModel = std::make_unique<TavConfigurationModel>(this, &m_alertPresenter);
     m_pOutlets->m_IPAddressTextField->setValidator(&m_IPAddressFormatter);
     WindowTexts::show(*m_pOutlets);
@@ -46,17 +46,22 @@ void TavConfigurationController::awakeFromNib()
     m_window.activateWindow();
 }
 
-// Toggling, not clicking: assistive technology switches a radio button without a click.
+// Toggling, not clicking: assistive technology switches a radio button without a click, and so does
+// the choice that the file makes.
 void TavConfigurationController::connectActions()
 {
-    const CallMarker marker("TavConfigurationController::connectActions", this);
+    CallMarker marker("TavConfigurationController::connectActions", this);
     using Self = TavConfigurationController;
-    connect(m_pOutlets->radioButtonsWithVPN, &QRadioButton::toggled, this, [this](bool on) {
-        on ? onWithVPN() : onWithoutVPN();
-    });
-    connect(m_pOutlets->radioButtonEnableMonitoring, &QRadioButton::toggled, this, [this](bool on) {
-        on ? onEnableMonitoring() : onDisableMonitoring();
-    });
+    const auto act = [this](const QRadioButton* choice, void (Self::*action)()) {
+        connect(choice, &QRadioButton::toggled, this, [this, action](bool on) {
+            if (on)
+                (this->*action)();
+        });
+    };
+    act(m_pOutlets->radioButtonsWithVPN, &Self::onWithVPN);
+    act(m_pOutlets->radioButtonsWithoutVPN, &Self::onWithoutVPN);
+    act(m_pOutlets->radioButtonEnableMonitoring, &Self::onEnableMonitoring);
+    act(m_pOutlets->radioButtonDisableMonitoring, &Self::onDisableMonitoring);
     // Tab stops at the chosen cell of a group; the arrow keys lead to the others.
     for (QRadioButton* const choice : m_window.findChildren<QRadioButton*>())
         connect(choice, &QRadioButton::toggled, choice, [choice](bool on) {
@@ -72,32 +77,25 @@ void TavConfigurationController::connectActions()
 
 void TavConfigurationController::showVpnChoice()
 {
-    const CallMarker marker("TavConfigurationController::showVpnChoice", this);
-    if (m_pModel->isVpnSelected()) {
-        m_pOutlets->radioButtonsWithVPN->setChecked(true);
-        onWithVPN();
-    } else {
-        m_pOutlets->radioButtonsWithoutVPN->setChecked(true);
-        onWithoutVPN();
-    }
+    CallMarker marker("TavConfigurationController::showVpnChoice", this);
+    QRadioButton* const choice = m_pModel->isVpnSelected() ? m_pOutlets->radioButtonsWithVPN
+                                                           : m_pOutlets->radioButtonsWithoutVPN;
+    choice->setChecked(true);
 }
 
 void TavConfigurationController::showMonitoringChoice()
 {
-    const CallMarker marker("TavConfigurationController::showMonitoringChoice", this);
-    if (m_pModel->isMonitoringSelected()) {
-        m_pOutlets->radioButtonEnableMonitoring->setChecked(true);
-        onEnableMonitoring();
-    } else {
-        m_pOutlets->radioButtonDisableMonitoring->setChecked(true);
-        onDisableMonitoring();
-    }
+    CallMarker marker("TavConfigurationController::showMonitoringChoice", this);
+    QRadioButton* const choice = m_pModel->isMonitoringSelected()
+                                     ? m_pOutlets->radioButtonEnableMonitoring
+                                     : m_pOutlets->radioButtonDisableMonitoring;
+    choice->setChecked(true);
 }
 
 // What belongs to a choice stands below the choice's text.
 void TavConfigurationController::indentChoices()
 {
-    const CallMarker marker("TavConfigurationController::indentChoices", this);
+    CallMarker marker("TavConfigurationController::indentChoices", this);
     const QRadioButton* const choice = m_pOutlets->radioButtonsWithVPN;
     const int indent = choice->style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth) +
                        choice->style()->pixelMetric(QStyle::PM_RadioButtonLabelSpacing);
@@ -109,7 +107,7 @@ void TavConfigurationController::indentChoices()
 // small that a text is cut.
 void TavConfigurationController::fitWindow()
 {
-    const CallMarker marker("TavConfigurationController::fitWindow", this);
+    CallMarker marker("TavConfigurationController::fitWindow", this);
     const QLayout* const layout = m_window.layout();
     const int narrowest = layout->totalMinimumSize().width();
     m_window.setMinimumSize(narrowest, layout->totalHeightForWidth(narrowest));
@@ -120,19 +118,19 @@ void TavConfigurationController::fitWindow()
 
 void TavConfigurationController::onWithVPN()
 {
-    const CallMarker marker("TavConfigurationController::onWithVPN", this);
+    CallMarker marker("TavConfigurationController::onWithVPN", this);
     enableVpn(true);
 }
 
 void TavConfigurationController::onWithoutVPN()
 {
-    const CallMarker marker("TavConfigurationController::onWithoutVPN", this);
+    CallMarker marker("TavConfigurationController::onWithoutVPN", this);
     enableVpn(false);
 }
 
 void TavConfigurationController::enableVpn(bool enabled)
 {
-    const CallMarker marker("TavConfigurationController::enableVpn", this);
+    CallMarker marker("TavConfigurationController::enableVpn", this);
     for (QWidget* const control : std::initializer_list<QWidget*>{
              m_pOutlets->m_startCommandLineField, m_pOutlets->m_startArgsField,
              m_pOutlets->m_stopCommandLineField, m_pOutlets->m_stopArgsField,
@@ -146,7 +144,7 @@ void TavConfigurationController::enableVpn(bool enabled)
 // theme too. Faint is kept at a contrast that ordinary text needs.
 void TavConfigurationController::colourVpnLabels()
 {
-    const CallMarker marker("TavConfigurationController::colourVpnLabels", this);
+    CallMarker marker("TavConfigurationController::colourVpnLabels", this);
     QPalette palette;
     if (m_vpnLabelsAreGray) {
         QColor gray = m_window.palette().color(QPalette::WindowText);
@@ -170,38 +168,38 @@ bool TavConfigurationController::eventFilter(QObject* object, QEvent* event)
 
 void TavConfigurationController::onEnableMonitoring()
 {
-    const CallMarker marker("TavConfigurationController::onEnableMonitoring", this);
+    CallMarker marker("TavConfigurationController::onEnableMonitoring", this);
     m_pOutlets->m_IPAddressTextField->setEnabled(true);
 }
 
 void TavConfigurationController::onDisableMonitoring()
 {
-    const CallMarker marker("TavConfigurationController::onDisableMonitoring", this);
+    CallMarker marker("TavConfigurationController::onDisableMonitoring", this);
     m_pOutlets->m_IPAddressTextField->setEnabled(false);
 }
 
 void TavConfigurationController::browseStartScript()
 {
-    const CallMarker marker("TavConfigurationController::browseStartScript", this);
+    CallMarker marker("TavConfigurationController::browseStartScript", this);
     browse(*m_pOutlets->m_startCommandLineField);
 }
 
 void TavConfigurationController::browseStopScript()
 {
-    const CallMarker marker("TavConfigurationController::browseStopScript", this);
+    CallMarker marker("TavConfigurationController::browseStopScript", this);
     browse(*m_pOutlets->m_stopCommandLineField);
 }
 
 void TavConfigurationController::browse(ValueField& field)
 {
-    const CallMarker marker("TavConfigurationController::browse", this);
+    CallMarker marker("TavConfigurationController::browse", this);
     if (const std::optional<std::string> path = m_pModel->onBrowseAction())
         field.setText(QString::fromStdString(*path));
 }
 
 std::optional<std::string> TavConfigurationController::browseAction()
 {
-    const CallMarker marker("TavConfigurationController::browseAction", this);
+    CallMarker marker("TavConfigurationController::browseAction", this);
     QFileDialog panel(&m_window);
     panel.setFileMode(QFileDialog::ExistingFile);
     if (panel.exec() != QDialog::Accepted)
@@ -212,7 +210,7 @@ std::optional<std::string> TavConfigurationController::browseAction()
 // What is switched off is saved too: it stays for the day when it is switched on again.
 void TavConfigurationController::save()
 {
-    const CallMarker marker("TavConfigurationController::save", this);
+    CallMarker marker("TavConfigurationController::save", this);
     std::string address;
     m_IPAddressFormatter.getObjectValue(address, m_pOutlets->m_IPAddressTextField->value());
     m_pModel->saveToPersistence(
@@ -224,14 +222,14 @@ void TavConfigurationController::save()
 
 void TavConfigurationController::cancel()
 {
-    const CallMarker marker("TavConfigurationController::cancel", this);
+    CallMarker marker("TavConfigurationController::cancel", this);
     m_pModel->cancelApplication();
 }
 
 // Input that is still waiting must not act any more: a second Save would replace the backup.
 void TavConfigurationController::closeApplication()
 {
-    const CallMarker marker("TavConfigurationController::closeApplication", this);
+    CallMarker marker("TavConfigurationController::closeApplication", this);
     m_window.setEnabled(false);
     QCoreApplication::exit();
 }
@@ -239,7 +237,7 @@ void TavConfigurationController::closeApplication()
 void TavConfigurationController::fillStartCommandLine(
     const std::string& commandLine, const std::string& arguments)
 {
-    const CallMarker marker("TavConfigurationController::fillStartCommandLine", this);
+    CallMarker marker("TavConfigurationController::fillStartCommandLine", this);
     m_pOutlets->m_startCommandLineField->setValue(commandLine);
     m_pOutlets->m_startArgsField->setValue(arguments);
 }
@@ -247,13 +245,13 @@ void TavConfigurationController::fillStartCommandLine(
 void TavConfigurationController::fillSopCommandLine(
     const std::string& commandLine, const std::string& arguments)
 {
-    const CallMarker marker("TavConfigurationController::fillSopCommandLine", this);
+    CallMarker marker("TavConfigurationController::fillSopCommandLine", this);
     m_pOutlets->m_stopCommandLineField->setValue(commandLine);
     m_pOutlets->m_stopArgsField->setValue(arguments);
 }
 
 void TavConfigurationController::fillMonitoringAddress(const std::string& address)
 {
-    const CallMarker marker("TavConfigurationController::fillMonitoringAddress", this);
+    CallMarker marker("TavConfigurationController::fillMonitoringAddress", this);
     m_pOutlets->m_IPAddressTextField->setValue(m_IPAddressFormatter.stringForObjectValue(address));
 }

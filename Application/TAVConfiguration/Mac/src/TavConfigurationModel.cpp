@@ -14,8 +14,7 @@ TavConfigurationModel::TavConfigurationModel(
     TavConfigurationMessages* controller, AlertPresenter* alertPresenter)
     : m_pController(controller), m_pAlertPresenter(alertPresenter)
 {
-    const CallMarker marker(
-        "TavConfigurationModel", "TavConfigurationModel::constructor", true, this);
+    CallMarker marker("TavConfigurationModel", "TavConfigurationModel::constructor", true, this);
     m_pConfiguration = std::make_unique<CompanyNetworkConfiguration>("");
     if (m_pConfiguration->empty())
         m_pConfiguration->addCompanyNetwork(gsc_DefaultCompanyName);
@@ -24,14 +23,13 @@ TavConfigurationModel::TavConfigurationModel(
 
 TavConfigurationModel::~TavConfigurationModel()
 {
-    const CallMarker marker(
-        "TavConfigurationModel", "TavConfigurationModel::destructor", false, this);
+    CallMarker marker("TavConfigurationModel", "TavConfigurationModel::destructor", false, this);
     m_pConfiguration.reset();
 }
 
 void TavConfigurationModel::loadFromPersistence()
 {
-    const CallMarker marker("TavConfigurationModel::loadFromPersistence", this);
+    CallMarker marker("TavConfigurationModel::loadFromPersistence", this);
     std::string startCommandLine;
     std::string startArguments;
     std::string stopCommandLine;
@@ -56,7 +54,7 @@ void TavConfigurationModel::saveToPersistence(
     const std::string& stopCommandLine, const std::string& stopArguments, bool monitoringSelected,
     const std::string& monitoringAddress)
 {
-    const CallMarker marker("TavConfigurationModel::saveToPersistence", this);
+    CallMarker marker("TavConfigurationModel::saveToPersistence", this);
     if (vpnSelected && (startCommandLine.empty() || stopCommandLine.empty())) {
         showAlert("MSGOK_DLG_FILL_BOTH_COMMAND_LINE");
         return;
@@ -75,33 +73,33 @@ void TavConfigurationModel::saveToPersistence(
 
 bool TavConfigurationModel::isVpnSelected() const
 {
-    const CallMarker marker("TavConfigurationModel::isVpnSelected", this);
+    CallMarker marker("TavConfigurationModel::isVpnSelected", this);
     VPNConfiguration* const vpn = m_pNetwork->getPublicVPN();
     return vpn != nullptr && vpn->isActivated();
 }
 
 bool TavConfigurationModel::isMonitoringSelected() const
 {
-    const CallMarker marker("TavConfigurationModel::isMonitoringSelected", this);
+    CallMarker marker("TavConfigurationModel::isMonitoringSelected", this);
     MonitoringConfiguration* const monitoring = m_pNetwork->getMonitoringConfiguration();
     return monitoring != nullptr && monitoring->isActivated();
 }
 
 std::optional<std::string> TavConfigurationModel::onBrowseAction()
 {
-    const CallMarker marker("TavConfigurationModel::onBrowseAction", this);
+    CallMarker marker("TavConfigurationModel::onBrowseAction", this);
     return m_pController->browseAction();
 }
 
 void TavConfigurationModel::cancelApplication()
 {
-    const CallMarker marker("TavConfigurationModel::cancelApplication", this);
+    CallMarker marker("TavConfigurationModel::cancelApplication", this);
     m_pController->closeApplication();
 }
 
 void TavConfigurationModel::showAlert(const char* key)
 {
-    const CallMarker marker("TavConfigurationModel::showAlert", this);
+    CallMarker marker("TavConfigurationModel::showAlert", this);
     Localizer* const localizer = Localizer::getInstance();
     const std::string title = localizer->getLocalizedString("MSGOK_DLG_TITLE");
     m_pAlertPresenter->showAlert(

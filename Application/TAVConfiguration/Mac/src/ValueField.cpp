@@ -7,7 +7,7 @@
 
 ValueField::ValueField(QWidget* parent) : QLineEdit(parent)
 {
-    const CallMarker marker("ValueField", "ValueField::constructor", true, this);
+    CallMarker marker("ValueField", "ValueField::constructor", true, this);
     setMaxLength(std::numeric_limits<int>::max());
     setValidator(new SingleLineFormatter(this));
     connect(this, &QLineEdit::textEdited, this, &ValueField::keepChecking);
@@ -15,12 +15,12 @@ ValueField::ValueField(QWidget* parent) : QLineEdit(parent)
 
 ValueField::~ValueField()
 {
-    const CallMarker marker("ValueField", "ValueField::destructor", false, this);
+    CallMarker marker("ValueField", "ValueField::destructor", false, this);
 }
 
 void ValueField::setValue(const std::string& value)
 {
-    const CallMarker marker("ValueField::setValue", this);
+    CallMarker marker("ValueField::setValue", this);
     m_loadedValue = value;
     m_loadedText = QString::fromStdString(value);
     showUnchecked(m_loadedText);
@@ -28,7 +28,7 @@ void ValueField::setValue(const std::string& value)
 
 std::string ValueField::value() const
 {
-    const CallMarker marker("ValueField::value", this);
+    CallMarker marker("ValueField::value", this);
     return text() == m_loadedText ? m_loadedValue : text().toStdString();
 }
 
@@ -36,7 +36,7 @@ std::string ValueField::value() const
 // So such a text is put in while there is no validator to refuse it.
 void ValueField::showUnchecked(const QString& text)
 {
-    const CallMarker marker("ValueField::showUnchecked", this);
+    CallMarker marker("ValueField::showUnchecked", this);
     const QValidator* const checker = validator();
     setValidator(nullptr);
     clear();
@@ -47,7 +47,7 @@ void ValueField::showUnchecked(const QString& text)
 // Undo may bring back a loaded value that the validator refuses.
 void ValueField::keepChecking()
 {
-    const CallMarker marker("ValueField::keepChecking", this);
+    CallMarker marker("ValueField::keepChecking", this);
     if (hasAcceptableInput())
         return;
     const int cursor = cursorPosition();

@@ -11,7 +11,7 @@ namespace {
 
 QString localized(const QString& key)
 {
-    const CallMarker marker("localized");
+    CallMarker marker("localized");
     return QString::fromStdString(
         Localizer::getInstance()->getLocalizedString(key.toStdString().c_str()));
 }
@@ -19,7 +19,7 @@ QString localized(const QString& key)
 template<typename Control>
 void showText(Control* control)
 {
-    const CallMarker marker("showText");
+    CallMarker marker("showText");
     const QString text = localized(control->text());
     control->setText(text);
     control->setAccessibleName(text);
@@ -27,7 +27,7 @@ void showText(Control* control)
 
 void showTitle(QGroupBox* box)
 {
-    const CallMarker marker("showTitle");
+    CallMarker marker("showTitle");
     const QString title = localized(box->title());
     box->setTitle(MnemonicAssigner::literal(title));
     box->setAccessibleName(title);
@@ -44,13 +44,13 @@ void showTitle(QGroupBox* box)
 /// Start and stop commands have the same labels: their accessible names say which box they are in.
 void nameWithin(const QGroupBox* box, QWidget* control, const QString& label)
 {
-    const CallMarker marker("nameWithin");
+    CallMarker marker("nameWithin");
     control->setAccessibleName(box->accessibleName() + QStringLiteral(": ") + label);
 }
 
 void nameFields(Ui::TavConfigurationWindow& window)
 {
-    const CallMarker marker("nameFields");
+    CallMarker marker("nameFields");
     const auto nameCommand = [](const QGroupBox* box, const QLabel* commandLineLabel,
                                 QWidget* commandLineField, QPushButton* browseButton,
                                 const QLabel* argsLabel, QWidget* argsField) {
@@ -70,7 +70,7 @@ void nameFields(Ui::TavConfigurationWindow& window)
 /// The buttons that end the window get their letters first, so that these are the same every time.
 void assignMnemonics(Ui::TavConfigurationWindow& window)
 {
-    const CallMarker marker("assignMnemonics");
+    CallMarker marker("assignMnemonics");
     MnemonicAssigner mnemonics;
     const auto assign = [&](auto* control) { control->setText(mnemonics.assign(control->text())); };
     assign(window.saveButton);
@@ -92,7 +92,7 @@ void assignMnemonics(Ui::TavConfigurationWindow& window)
 
 void WindowTexts::show(Ui::TavConfigurationWindow& window)
 {
-    const CallMarker marker("WindowTexts::show");
+    CallMarker marker("WindowTexts::show");
     showText(window.m_IPAddressLabel);
     showText(window.m_explanationText);
     showTitle(window.vpnBox);

@@ -1,11 +1,13 @@
 #include "XDisplay.h"
 
 #include "CallMarker.h"
+#include "DisplayCookie.h"
+#include "XcbReply.h"
 
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 
+#include <sys/socket.h>
 #include <xcb/xcb.h>
 
 namespace {
@@ -13,15 +15,6 @@ namespace {
 /// The family of the access list's entry for everybody on this machine, which xcb does not name.
 constexpr std::uint8_t FAMILY_LOCAL_HOST = 252;
 constexpr std::string_view ROOT_USER("localuser\0root", 14);
-
-struct Free {
-    void operator()(void* reply) const
-    {
-        std::free(reply); // NOLINT(cppcoreguidelines-no-malloc): xcb allocates its replies so
-    }
-};
-template<typename T>
-using Reply = std::unique_ptr<T, Free>;
 
 bool isRoot(xcb_host_t* host)
 {
@@ -58,7 +51,7 @@ bool XDisplay::admitsRoot() const
 {
     CallMarker marker("XDisplay::admitsRoot", this);
     xcb_connection_t* const server = m_connection.get();
-    const Reply<xcb_list_hosts_reply_t> hosts(
+    const XcbReply<xcb_list_hosts_reply_t> hosts(
         xcb_list_hosts_reply(server, xcb_list_hosts(server), nullptr));
     if (hosts == nullptr)
         return false;
@@ -69,18 +62,34 @@ bool XDisplay::admitsRoot() const
     return admits;
 }
 
+bool XDisplay::hasCookie() const
+{
+    CallMarker marker("XDisplay::hasCookie", this);
+    sockaddr_storage server{};
+    socklen_t size = sizeof server;
+    char* host = nullptr;
+    int number = 0;
+    if (xcb_parse_display(nullptr, &host, &number, nullptr) == 0)
+        return false;
+    const XcbReply<char> hostOwner(host);
+    return getpeername(
+               xcb_get_file_descriptor(m_connection.get()), reinterpret_cast<sockaddr*>(&server),
+               &size) == 0 &&
+           DisplayCookie::isThereFor(server, number);
+}
+
 std::string XDisplay::rootProperty(const std::string& name) const
 {
     CallMarker marker("XDisplay::rootProperty", this);
     xcb_connection_t* const server = m_connection.get();
-    const Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
+    const XcbReply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
         server, xcb_intern_atom(server, 1, static_cast<std::uint16_t>(name.size()), name.c_str()),
         nullptr));
     if (atom == nullptr || atom->atom == XCB_ATOM_NONE)
         return {};
     constexpr std::uint32_t MAX_WORDS = 1024;
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(server)).data->root;
-    const Reply<xcb_get_property_reply_t> property(xcb_get_property_reply(
+    const XcbReply<xcb_get_property_reply_t> property(xcb_get_property_reply(
         server, xcb_get_property(server, 0, root, atom->atom, XCB_ATOM_STRING, 0, MAX_WORDS),
         nullptr));
     if (property == nullptr || property->format != 8)

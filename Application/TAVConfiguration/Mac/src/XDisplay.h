@@ -19,6 +19,8 @@ public:
     bool isOpen() const;
     /// Whether the server, which has admitted this user without a cookie, would admit root so too.
     bool admitsRoot() const;
+    /// Whether the user's cookie file has a cookie for the server, with which root would come in.
+    bool hasCookie() const;
     /// A text property of the first root window; empty when it has none.
     std::string rootProperty(const std::string& name) const;
 

@@ -7,6 +7,7 @@
 #include "Diagnostics.h"
 #include "FileSystemManagement.h"
 #include "IDCardReader.h"
+#include "InheritedState.h"
 #include "KFException.h"
 #include "KFExceptionHandler.h"
 #include "Localizer.h"
@@ -23,23 +24,11 @@ namespace {
 
 constexpr const char* UNIT = "Application/TAVConfiguration/Mac/src/main";
 constexpr const char* AdminRightsArg = "--adminRights";
-constexpr const char* ADMINISTRATOR_RIGHT = "system.privilege.admin";
 constexpr const char* LOCALIZATION_FILE = "Localizer_TavConfiguration_";
 /// kept: upper case, unlike the code that a user's language yields.
 constexpr const char* DEFAULT_LOCALIZATION_FILE = "Localizer_TavConfiguration_EN.cfg";
 /// The log says what the user does: it is nobody else's.
 constexpr unsigned int LOG_FOLDER_MODE = 0700;
-
-/// Made first and destroyed last in a run, so that no line is left behind; opens no call marker,
-/// whose own line nobody would write.
-class PendingLines {
-public:
-    PendingLines() = default;
-    ~PendingLines() { Diagnostics::drain(); }
-
-    PendingLines(const PendingLines&) = delete;
-    PendingLines& operator=(const PendingLines&) = delete;
-};
 
 /// Without a tracer the crash handler prints nothing, so the user is told here.
 void failToStart(const char* text, int line)
@@ -59,17 +48,18 @@ std::string makeLogFolder(const AppData& logs)
     return folder;
 }
 
-/// The facility is published before it reads its file, which acts on the published one, and then
-/// lives as long as the process.
+/// The facility is published before it reads its file, which acts on the published one, and is
+/// never destroyed.
 template<typename Facility>
 void publish(const std::string& folder, const std::string& configurationFile)
 {
     CallMarker marker("publish");
     if (Facility::GetInstance() != nullptr)
         return;
-    Facility::SetInstance(std::make_unique<Facility>().release());
-    Facility::GetInstance()->SetFolderName(folder);
-    Facility::GetInstance()->ReadConfigFile(configurationFile.c_str());
+    auto* const facility = new Facility;
+    Facility::SetInstance(facility);
+    facility->SetFolderName(folder);
+    facility->ReadConfigFile(configurationFile.c_str());
 }
 
 void logIdentity(const IDCardReader& card)
@@ -152,6 +142,8 @@ void relaunch(
     Authorization& authorization)
 {
     TAV_TRACE(marker, TraceMsgType::D, "Execute process %s %s", program, AdminRightsArg);
+    // Started by root, both instances write to the same files: the first one's lines come first.
+    Diagnostics::drain();
     const std::array<const char*, 2> arguments{AdminRightsArg, nullptr};
     std::FILE* pipe = nullptr;
     services.AuthorizationExecuteWithPrivileges(
@@ -193,7 +185,9 @@ void askAndRelaunch(const CallMarker& marker, const char* program, Authorization
 int tavConfigurationMain(
     int argc, char** argv, AuthorizationServices& services, ApplicationMain runApplication)
 {
-    const PendingLines pendingLines;
+    // Also where the toolkit ends the process itself, as it does when the display goes away.
+    Diagnostics::drainAtExit();
+    InheritedState::takeBack();
     initTracesAndLogs("");
     Tracer* const tracer = Tracer::GetInstance();
     if (tracer != nullptr && tracer->isActive())
@@ -213,7 +207,8 @@ void initTracesAndLogs(const std::string& suffix)
     CallMarker marker("initTracesAndLogs");
     const std::string directory = FileSystemManagement::getCurrentExecutableDirectory();
     IDCardReader card(directory);
-    if (!card.readIDCard())
+    // A folder that is not known would be the current one, which is the caller's choice.
+    if (directory.empty() || !card.readIDCard())
         failToStart("\"cannot start TavConfiguration : no ID card\"", 58);
     AppData::setGlobalScope(card.getUpgradeCode());
     const AppData logs("Logs");
