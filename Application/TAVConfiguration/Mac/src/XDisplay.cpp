@@ -71,7 +71,7 @@ bool XDisplay::hasCookie() const
     int number = 0;
     if (xcb_parse_display(nullptr, &host, &number, nullptr) == 0)
         return false;
-    const XcbReply<char> hostOwner(host);
+    const std::unique_ptr<char, XcbFree> hostOwner(host);
     return getpeername(
                xcb_get_file_descriptor(m_connection.get()), reinterpret_cast<sockaddr*>(&server),
                &size) == 0 &&

@@ -5,9 +5,9 @@
 
 /// Gives back the memory of what xcb hands out.
 struct XcbFree {
-    void operator()(void* reply) const
+    void operator()(void* memory) const
     {
-        std::free(reply); // NOLINT(cppcoreguidelines-no-malloc): xcb allocates its replies so
+        std::free(memory); // NOLINT(cppcoreguidelines-no-malloc): xcb allocates so
     }
 };
 

@@ -93,8 +93,8 @@ std::string BasicItem::toString(const std::string& indent)
 {
     CallMarker marker("std::string BasicItem::toString(const std::string&)", this);
 
-    return indent + "BasicItem [" + ItemAddress::text(this) + "] name : '" + getName() +
-           "' value : '" + m_value + "'\n";
+    return indent + "BasicItem [" + itemAddress(this) + "] name : '" + getName() + "' value : '" +
+           m_value + "'\n";
 }
 
 void BasicItem::unMarshall(std::stringstream& in)

@@ -8,12 +8,12 @@
 #include "DictionaryMerge.h"
 #include "DictionaryWalk.h"
 #include "IntBasicItem.h"
-#include "ItemAddress.h"
 #include "NestedCalls.h"
 #include "PathKeys.h"
 #include "PropertyListFile.h"
 #include "PropertyListReader.h"
 #include "PropertyListWriter.h"
+#include "TracedAddress.h"
 
 #include <memory>
 #include <utility>
@@ -176,7 +176,7 @@ Item* Dictionary::getItem(const std::string& path) const
     const Dictionary* here = this;
     for (PathKeys keys(path);; keys.next()) {
         TAV_TRACE(
-            calls.marker(), TraceMsgType::D, "getting on [%x] %s path %s", ItemAddress::low(here),
+            calls.marker(), TraceMsgType::D, "getting on [%x] %s path %s", tracedAddress(here),
             here->getName().c_str(), std::string(keys.rest()).c_str());
         const Entry* const entry = here->m_entries.find(keys.head());
         if (entry == nullptr) {
@@ -275,8 +275,8 @@ std::string Dictionary::getItemPath(Item& item)
     CallMarker marker("std::string Dictionary::getItemPath(Item&)", this);
 
     TAV_TRACE(
-        marker, TraceMsgType::D, "looking for item [%x] name %s in %x", ItemAddress::low(&item),
-        item.getName().c_str(), ItemAddress::low(this));
+        marker, TraceMsgType::D, "looking for item [%x] name %s in %x", tracedAddress(&item),
+        item.getName().c_str(), tracedAddress(this));
     std::string path;
     if (findEqual(item) != nullptr) {
         path = item.getName();
@@ -371,7 +371,7 @@ void Dictionary::setItem(const std::string& path, Item& item)
     for (;; keys.next()) {
         TAV_TRACE(
             calls.marker(), TraceMsgType::D, "Adding on [%x] %s for path %s item %s",
-            ItemAddress::low(here), here->getName().c_str(), std::string(keys.rest()).c_str(),
+            tracedAddress(here), here->getName().c_str(), std::string(keys.rest()).c_str(),
             item.toString("").c_str());
         if (keys.isLast())
             break;
@@ -479,7 +479,7 @@ std::string Dictionary::doGetItemPath(Item& item, const std::string& prefix)
     for (const Dictionary* here = this; here != nullptr; here = walk.next()) {
         TAV_TRACE(
             walk.marker(), TraceMsgType::D, "looking for item [%x] name %s in %x",
-            ItemAddress::low(&item), item.getName().c_str(), ItemAddress::low(here));
+            tracedAddress(&item), item.getName().c_str(), tracedAddress(here));
         if (here->findEqual(item) != nullptr)
             return prefix + "." + walk.pathOf(item.getName());
     }

@@ -26,7 +26,7 @@ std::string DictionaryDescription::describe(const Dictionary& root)
 // kept: no line end follows, so that the first entry stands on the dictionary's own line
 void DictionaryDescription::open(const Dictionary& dictionary)
 {
-    m_text.append(m_indent).append("Dictionary [").append(ItemAddress::text(&dictionary));
+    m_text.append(m_indent).append("Dictionary [").append(itemAddress(&dictionary));
     m_text.append("] '").append(dictionary.getName()).append("' items :");
     m_cursor.enter(dictionary);
     m_indent.push_back('\t');

@@ -92,7 +92,7 @@ std::string IntBasicItem::toString(const std::string& indent)
 {
     CallMarker marker("std::string IntBasicItem::toString(const std::string&)", this);
 
-    return indent + "IntBasicItem [" + ItemAddress::text(this) + "] name : '" + getName() +
+    return indent + "IntBasicItem [" + itemAddress(this) + "] name : '" + getName() +
            "' value : '" + std::to_string(m_value) + "'\n";
 }
 

@@ -3,6 +3,7 @@
 #include "CallMarker.h"
 #include "MessageFormatter.h"
 #include "TimeStamp.h"
+#include "TracedAddress.h"
 #include "Tracer.h"
 
 #include <cstdarg>
@@ -40,24 +41,18 @@ const char* tag(TraceMsgType type)
     return ""; // a combination of types has no tag
 }
 
-// The column is eight digits wide: of a longer address the low half is shown.
-std::uint32_t shownAddress(const void* object)
-{
-    return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(object));
-}
-
 std::string addressColumn(const CallMarker& marker)
 {
     if (marker.getObject() == nullptr)
         return c_noObject;
-    return MessageFormatter::text("[     ][0x%-8x]", shownAddress(marker.getObject()));
+    return MessageFormatter::text("[     ][0x%-8x]", tracedAddress(marker.getObject()));
 }
 
 std::string countColumn(const CallMarker& marker, int count)
 {
     if (!marker.isCounted())
         return addressColumn(marker);
-    return MessageFormatter::text("[%-5d][0x%-8x]", count, shownAddress(marker.getObject()));
+    return MessageFormatter::text("[%-5d][0x%-8x]", count, tracedAddress(marker.getObject()));
 }
 
 } // namespace
