@@ -6,10 +6,7 @@
 #include "FolderNames.h"
 #include "PatternFileFinder.h"
 
-#include <algorithm>
-#include <filesystem>
 #include <set>
-#include <system_error>
 #include <utility>
 
 AppDataManager* AppDataManager::s_instance = nullptr;
@@ -40,25 +37,10 @@ void addFiles(const std::string& folder, std::set<std::string>& names)
         names.insert(name);
 }
 
-/// Whether the path of the scope may leave the maker's folder, or is cut before its end.
-bool leadsElsewhere(const std::string& scope)
+void deleteIfThere(const std::string& folder)
 {
-    CallMarker marker("leadsElsewhere");
-    const std::filesystem::path path(scope);
-    return scope.find('\0') != std::string::npos ||
-           std::any_of(path.begin(), path.end(), [](const std::filesystem::path& part) {
-               return part == "." || part == "..";
-           });
-}
-
-/// What a link names is somebody else's.
-void deleteUnlessLink(const std::string& folder)
-{
-    CallMarker marker("deleteUnlessLink");
-    // Behind a link, a separator at the end would lead to its target.
-    const std::string entry = folder.substr(0, folder.find_last_not_of('/') + 1);
-    std::error_code ignored;
-    if (!std::filesystem::is_symlink(entry, ignored))
+    CallMarker marker("deleteIfThere");
+    if (FileSystemManagement::existFolder(folder))
         FileSystemManagement::deleteFolder(folder, true);
 }
 
@@ -216,11 +198,9 @@ void AppDataManager::removeAllData(const std::string& scope) const
     std::string userPath;
     std::string allUsersPath;
     for (const std::string& folder : {scope, std::string(FOLDERNAME_DOWNLOADS)}) {
-        if (leadsElsewhere(folder))
-            continue;
         getDataPath(userPath, allUsersPath, folder);
-        deleteUnlessLink(userPath);
-        deleteUnlessLink(allUsersPath);
+        deleteIfThere(userPath);
+        deleteIfThere(allUsersPath);
     }
     getDataPath(userPath, allUsersPath, "");
     FileSystemManagement::DeleteEmptyFolder(userPath);

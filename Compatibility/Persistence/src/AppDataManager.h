@@ -79,10 +79,10 @@ public:
 
     /// Erases the domain's parameters, the user's and all users'.
     void removeDomainData(const std::string& domain) const;
+
     /// Deletes the folders of a scope and the downloads, then the maker's when nothing is left in
-    /// it, the user's and all users'. A link in the place of a folder stays, and so does its
-    /// target; of a scope that leads elsewhere (with "." or ".." in its path) the downloads alone
-    /// are deleted.
+    /// it, the user's and all users'. kept: the scope is taken as it is, ".." and all, and a link
+    /// in the place of a folder has its target emptied.
     void removeAllData(const std::string& scope) const;
 
 private:

@@ -45,7 +45,9 @@ TEST_F(RemovingAllData, SparesOtherScopesButNotTheDownloads)
 TEST_F(RemovingAllData, OfTheEmptyScopeRemovesThatOfEveryScope)
 {
     put(folders.user(), "Pelora/scope/a.txt");
-    put(folders.allUsers(), "Pelora/other/a.txt");
+    put(folders.user(), "Pelora/a.txt");
+    put(folders.user(), "Pelora/Downloads/a.txt");
+    put(folders.allUsers(), "Pelora/other/inner/a.txt");
 
     manager.removeAllData("");
 
@@ -73,53 +75,77 @@ TEST_F(RemovingAllData, SparesAFileInTheFoldersPlace)
     EXPECT_EQ(folders.user().read("Pelora/scope"), "x");
 }
 
-TEST_F(RemovingAllData, SparesLinksAndWhatTheyName)
+TEST_F(RemovingAllData, EmptiesWhatALinkInAFoldersPlaceNamesAndLeavesTheLink)
 {
-    const TemporaryFolder elsewhere;
-    elsewhere.write("file", "x");
     for (const TemporaryFolder* base : {&folders.user(), &folders.allUsers()}) {
         fs::create_directory(base->file("Pelora"));
-        for (const char* folder : {"Pelora/scope", "Pelora/Downloads"})
-            fs::create_directory_symlink(elsewhere.path(), base->file(folder));
+        for (const char* folder : {"scope", "Downloads"}) {
+            put(*base, std::string("target of ") + folder + "/inner/a.txt");
+            fs::create_directory_symlink(
+                std::string("../target of ") + folder, base->file(std::string("Pelora/") + folder));
+        }
     }
 
     manager.removeAllData("scope");
 
-    EXPECT_EQ(elsewhere.read("file"), "x");
     for (const TemporaryFolder* base : {&folders.user(), &folders.allUsers()}) {
-        EXPECT_TRUE(fs::is_symlink(base->file("Pelora/scope")));
-        EXPECT_TRUE(fs::is_symlink(base->file("Pelora/Downloads")));
+        for (const char* folder : {"scope", "Downloads"}) {
+            EXPECT_TRUE(fs::is_symlink(base->file(std::string("Pelora/") + folder)));
+            ASSERT_TRUE(fs::is_directory(base->file(std::string("target of ") + folder)));
+            EXPECT_TRUE(fs::is_empty(base->file(std::string("target of ") + folder)));
+        }
     }
 }
 
-TEST_F(RemovingAllData, OfTheEmptyScopeSparesALinkInTheMakersPlace)
+TEST_F(RemovingAllData, SparesWhatALinkInsideTheFolderNames)
 {
-    const TemporaryFolder elsewhere;
-    elsewhere.write("file", "x");
-    fs::create_directory_symlink(elsewhere.path(), folders.user().file("Pelora"));
+    put(folders.user(), "elsewhere/a.txt");
+    put(folders.user(), "Pelora/scope/a.txt");
+    fs::create_directory_symlink("../../elsewhere", folders.user().file("Pelora/scope/link"));
+
+    manager.removeAllData("scope");
+
+    EXPECT_FALSE(fs::exists(folders.user().file("Pelora")));
+    EXPECT_EQ(folders.user().read("elsewhere/a.txt"), "x");
+}
+
+TEST_F(RemovingAllData, OfTheEmptyScopeEmptiesWhatALinkInTheMakersPlaceNames)
+{
+    put(folders.user(), "target/scope/a.txt");
+    fs::create_directory_symlink("target", folders.user().file("Pelora"));
 
     manager.removeAllData("");
 
-    EXPECT_EQ(elsewhere.read("file"), "x");
+    EXPECT_TRUE(fs::is_empty(folders.user().file("target")));
     EXPECT_TRUE(fs::is_symlink(folders.user().file("Pelora")));
 }
 
-TEST_F(RemovingAllData, SparesWhatAScopeThatLeadsElsewhereNames)
+TEST_F(RemovingAllData, TakesAScopeWithTwoFullStopsAsItIs)
 {
     for (const TemporaryFolder* base : {&folders.user(), &folders.allUsers()}) {
         put(*base, "beside.txt");
-        put(*base, "Pelora/scope/inner/a.txt");
-        put(*base, "Pelora/Downloads/a.txt");
+        put(*base, "Another/a.txt");
+        put(*base, "Pelora/scope/a.txt");
     }
 
-    using namespace std::string_literals;
-    for (const std::string& scope : {"."s, ".."s, "../.."s, "scope/.."s, "./scope"s, "..\0x"s})
-        manager.removeAllData(scope);
+    manager.removeAllData("..");
+
+    EXPECT_TRUE(fs::is_empty(folders.user().path()));
+    EXPECT_TRUE(fs::is_empty(folders.allUsers().path()));
+}
+
+TEST_F(RemovingAllData, FollowsTheFullStopsInsideAScope)
+{
+    put(folders.user(), "Pelora/scope/a.txt");
+    put(folders.user(), "Pelora/other/a.txt");
+    put(folders.allUsers(), "Pelora/scope/a.txt");
+    put(folders.allUsers(), "Pelora/other/a.txt");
+
+    manager.removeAllData("other/./../scope");
 
     for (const TemporaryFolder* base : {&folders.user(), &folders.allUsers()}) {
-        EXPECT_EQ(base->read("beside.txt"), "x");
-        EXPECT_EQ(base->read("Pelora/scope/inner/a.txt"), "x");
-        EXPECT_FALSE(fs::exists(base->file("Pelora/Downloads"))) << "no matter which scope";
+        EXPECT_FALSE(fs::exists(base->file("Pelora/scope")));
+        EXPECT_EQ(base->read("Pelora/other/a.txt"), "x");
     }
 }
 

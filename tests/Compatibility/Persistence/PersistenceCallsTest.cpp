@@ -100,7 +100,7 @@ INSTANTIATE_TEST_SUITE_P(
         "DataFolder::makeMissing", "ParameterFile::read", "ParameterFile::replace",
         "ParameterRecords::parse", "ParameterRecords::toBytes", "ParameterText::isStorable",
         "ParameterText::parse", "PersistenceManager::buildPersistence", "addFiles", "appendNumber",
-        "deleteUnlessLink", "findOrMake", "leadsElsewhere", "t_Param::unMarshall", "takeBlock"));
+        "deleteIfThere", "findOrMake", "t_Param::unMarshall", "takeBlock"));
 
 INSTANTIATE_TEST_SUITE_P(
     AppData, MethodCalls,
