@@ -41,7 +41,8 @@ bool makeFolder(const std::string& path)
     return mkdir(path.c_str(), folderMode) == 0 || errno == EEXIST;
 }
 
-// kept: the fixed part may stand anywhere in the name.
+// kept: the fixed part may stand anywhere in the name, and nobody asks whether a file, or what is
+// in a folder, could be copied.
 bool copyEntry(
     const std::string& source, const std::string& destination, const std::string& name,
     const std::string& fixed)
@@ -51,10 +52,13 @@ bool copyEntry(
     struct stat status {};
     if (stat(from.c_str(), &status) != 0)
         return false;
-    if (S_ISDIR(status.st_mode))
-        return makeFolder(to) && FileSystemManagement::copyFolder(from, to, fixed);
-    if (S_ISREG(status.st_mode) && name.find(fixed) != std::string::npos)
-        return FileSystemManagement::Copy(from, to);
+    if (S_ISDIR(status.st_mode)) {
+        if (!makeFolder(to))
+            return false;
+        FileSystemManagement::copyFolder(from, to, fixed);
+    } else if (S_ISREG(status.st_mode) && name.find(fixed) != std::string::npos) {
+        FileSystemManagement::Copy(from, to);
+    }
     return true;
 }
 

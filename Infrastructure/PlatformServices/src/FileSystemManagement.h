@@ -43,7 +43,10 @@ public:
     static bool Copy(const std::string& source, const std::string& destination);
     /// Copies the files of a folder tree whose names hold the fixed part of the pattern: the
     /// pattern without its first "*.*", or else without its first "*". Links are followed; what is
-    /// neither file nor folder is left out. Ends at the first failure.
+    /// neither file nor folder is left out.
+    ///
+    /// Ends with false where there is no folder, one cannot be made, or an entry leads nowhere.
+    /// kept: true although a file could not be copied, or the copying ended in a sub-folder.
     static bool copyFolder(
         const std::string& source, const std::string& destination, const std::string& pattern);
 

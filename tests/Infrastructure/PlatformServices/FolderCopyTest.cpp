@@ -271,21 +271,48 @@ TEST_F(FolderCopy, FailsWhereNoFolderCanStand)
     EXPECT_FALSE(FileSystemManagement::copyFolder(path("source"), "", "*"));
 }
 
-TEST_F(FolderCopy, FailsWhereAFileStandsInASubFoldersWay)
+TEST_F(FolderCopy, FailsWhereASubFolderCannotBeMade)
 {
+    fs::permissions(m_folder.path(), fs::perms{0755});
+    fs::create_directory(path("destination"));
+    fs::permissions(path("destination"), fs::perms{0555});
+
+    EXPECT_TRUE(asOrdinaryUser([this] { return !copyFolder("*"); }));
+
+    EXPECT_TRUE(fs::is_empty(path("destination")));
+}
+
+TEST_F(FolderCopy, GoesOnBehindASubFolderThatAFileIsInTheWayOf)
+{
+    m_folder.write("source/z.txt", "z.txt");
     fs::create_directory(path("destination"));
     m_folder.write("destination/sub", "in the way");
 
-    EXPECT_FALSE(copyFolder("*"));
+    EXPECT_TRUE(copyFolder("*"));
 
+    EXPECT_THAT(copied(), ElementsAre("a.cfg", "a.cfg.old", "a.txt", "sub", "z.txt"));
     EXPECT_EQ(m_folder.read("destination/sub"), "in the way");
 }
 
-TEST_F(FolderCopy, FailsWhenAFileCannotBeCopied)
+TEST_F(FolderCopy, GoesOnBehindAFileThatCannotBeCopied)
 {
-    fs::create_directories(path("destination/a.txt"));
+    fs::create_directories(path("destination/a.cfg"));
 
-    EXPECT_FALSE(copyFolder("*"));
+    EXPECT_TRUE(copyFolder("*"));
+
+    EXPECT_THAT(copied(), ElementsAre("a.cfg", "a.cfg.old", "a.txt", "sub", "sub/b.cfg", "sub/c"));
+    EXPECT_TRUE(fs::is_directory(path("destination/a.cfg")));
+}
+
+TEST_F(FolderCopy, GoesOnBehindASubFolderWhoseCopyingEnds)
+{
+    link("nowhere", "source/sub/a.dangling");
+    m_folder.write("source/z.txt", "z.txt");
+
+    EXPECT_TRUE(copyFolder("*"));
+
+    EXPECT_THAT(copied(), ElementsAre("a.cfg", "a.cfg.old", "a.txt", "sub", "z.txt"));
+    EXPECT_EQ(m_folder.read("destination/z.txt"), "z.txt");
 }
 
 TEST_F(FolderCopy, FailsAtAnEntryThatLeadsNowhere)
@@ -332,7 +359,8 @@ TEST_F(FolderCopy, EndsWhenAFolderIsCopiedIntoItself)
 {
     const std::string name(200, 'x');
 
-    EXPECT_FALSE(FileSystemManagement::copyFolder(path("source"), path("source/" + name), "*"));
+    EXPECT_TRUE(FileSystemManagement::copyFolder(path("source"), path("source/" + name), "*"));
+
     EXPECT_TRUE(fs::exists(path("source/" + name + "/" + name)));
 }
 
