@@ -15,7 +15,7 @@ SystemCallFaults* current = nullptr;
 
 bool isCounted(const SystemCallFaults::Call& call)
 {
-    return call.name != "unlinkat";
+    return call.name != "unlinkat" && call.name != "fcntl";
 }
 
 template<typename Real, typename... Arguments>
@@ -98,6 +98,7 @@ std::optional<off_t> SystemCallFaults::claimedSize()
 extern "C" {
 
 int realOpenat(int folder, const char* path, int flags, mode_t mode) __asm__("__real_openat");
+int realFcntl(int file, int command, void* argument) __asm__("__real_fcntl");
 int realFstat(int file, struct stat* status) __asm__("__real_fstat");
 ssize_t realRead(int file, void* bytes, std::size_t size) __asm__("__real_read");
 ssize_t realWrite(int file, const void* bytes, std::size_t size) __asm__("__real_write");
@@ -115,6 +116,8 @@ dirent* realReaddir(DIR* listing) __asm__("__real_readdir");
 int openatCalled(int folder, const char* path, int flags, mode_t mode) __asm__("__wrap_openat");
 // What openat() is called in a hardened build.
 int openat2Called(int folder, const char* path, int flags) __asm__("__wrap___openat_2");
+// A variadic function, of which the code passes pointers alone.
+int fcntlCalled(int file, int command, void* argument) __asm__("__wrap_fcntl");
 int fstatCalled(int file, struct stat* status) __asm__("__wrap_fstat");
 ssize_t readCalled(int file, void* bytes, std::size_t size) __asm__("__wrap_read");
 ssize_t writeCalled(int file, const void* bytes, std::size_t size) __asm__("__wrap_write");
@@ -138,6 +141,11 @@ int openatCalled(int folder, const char* path, int flags, mode_t mode)
 int openat2Called(int folder, const char* path, int flags)
 {
     return openatCalled(folder, path, flags, 0);
+}
+
+int fcntlCalled(int file, int command, void* argument)
+{
+    return attempt({"fcntl"}, realFcntl, file, command, argument);
 }
 
 int fstatCalled(int file, struct stat* status)

@@ -29,7 +29,8 @@ public:
 
     /// The `nth` call of the name from now on (1: the next one) fails with the error.
     void fail(const std::string& name, int error, int nth = 1);
-    /// The `nth` call of any name fails, unlinkat() left out: no clean-up can make good for itself.
+    /// The `nth` call of any name fails. Left out are unlinkat(), since no clean-up can make good
+    /// for itself, and fcntl(), since a lock that cannot be had need not be a failure.
     void failAny(int error, int nth);
     /// Right before openat() is called for the path, once, the action happens: what another process
     /// does meanwhile.

@@ -48,7 +48,7 @@ public:
 
     /// The folder, with a separator at its end, that holds the file: the domain's user folder, its
     /// all-users folder or its folder beside the executable, whichever has it first. A file that is
-    /// nowhere gets the user folder, which need not exist.
+    /// nowhere gets the user folder, which need not exist: whoever writes the file makes it.
     std::string getPathForFile(const std::string& domain, const std::string& file) const;
 
     /// Makes the all-users data folder of the global scope, which others may read but not write.

@@ -3,9 +3,12 @@
 #include "CallMarker.h"
 #include "DataFolder.h"
 #include "FileSystemManagement.h"
+#include "KFMutexGuard.h"
 #include "ParameterFile.h"
 #include "ParameterText.h"
 #include "SafeFile.h"
+
+#include <optional>
 
 AppDataPersistence::AppDataPersistence(
     const std::string& scope, const std::string& domain, t_PersistenceMode mode)
@@ -24,12 +27,12 @@ bool AppDataPersistence::writeParam(const std::string& name, const std::string& 
     CallMarker marker("AppDataPersistence::writeParam", this);
     if (!ParameterText::isStorable(name, value))
         return false;
-    m_mutex.acquire();
-    const auto content = ParameterFile::read(m_filePath);
-    m_mutex.release();
-    if (!content)
+    std::string content;
+    if (const std::string failure = readForChange(content); !failure.empty()) {
+        ParameterFile::logUnreadable(m_filePath, failure);
         return false;
-    ParameterText text = ParameterText::parse(*content);
+    }
+    ParameterText text = ParameterText::parse(content);
     text.parameters[name] = value;
     return writePersistenceFile(text);
 }
@@ -37,8 +40,7 @@ bool AppDataPersistence::writeParam(const std::string& name, const std::string& 
 bool AppDataPersistence::readParam(const std::string& name, std::string& value)
 {
     CallMarker marker("AppDataPersistence::readParam", this);
-    ParameterText text;
-    readPersistenceFile(text);
+    const ParameterText text = readPersistenceFile();
     const auto found = text.parameters.find(name);
     if (found == text.parameters.end()) {
         TAV_TRACE(marker, TraceMsgType::D, "Parameter '%s' not found", name.c_str());
@@ -62,14 +64,22 @@ std::string AppDataPersistence::getPersistenceFilePath(
     return DataFolder::create(scope, mode) + domain + ".dat";
 }
 
-bool AppDataPersistence::readPersistenceFile(ParameterText& text)
+std::string AppDataPersistence::readForChange(std::string& content)
+{
+    CallMarker marker("AppDataPersistence::readForChange", this);
+    const KFMutexGuard guard(m_mutex);
+    return SafeFile::readForChange(m_filePath, content);
+}
+
+ParameterText AppDataPersistence::readPersistenceFile()
 {
     CallMarker marker("AppDataPersistence::readPersistenceFile", this);
-    m_mutex.acquire();
-    const auto content = SafeFile::read(m_filePath);
-    m_mutex.release();
-    text = ParameterText::parse(content.value_or(std::string()));
-    return content.has_value();
+    std::optional<std::string> content;
+    {
+        const KFMutexGuard guard(m_mutex);
+        content = SafeFile::read(m_filePath);
+    }
+    return ParameterText::parse(content.value_or(std::string()));
 }
 
 bool AppDataPersistence::writePersistenceFile(const ParameterText& text)

@@ -15,8 +15,9 @@ struct ParameterText;
 /// takes no new file it is written in place: one that reads meanwhile may see a mix, which no
 /// write starts from, and of two that write at once one fails.
 ///
-/// A failed write leaves the old file; a missing file holds no parameters. Reads are guarded by a
-/// mutex, writes are not coordinated.
+/// A failed write leaves the old file; a missing file holds no parameters. A mutex guards what
+/// reads the file, and that alone: nothing is logged while it is held, and writes are not
+/// coordinated.
 class AppDataPersistence : public StringPersistence {
 public:
     /// Makes the folder of the file when it is missing.
@@ -36,8 +37,10 @@ public:
         const std::string& scope, const std::string& domain, t_PersistenceMode mode);
 
 private:
-    /// False, with nothing in `text`, when the file cannot be read.
-    bool readPersistenceFile(ParameterText& text);
+    /// SafeFile::readForChange() under the mutex.
+    std::string readForChange(std::string& content);
+    /// No parameters when the file cannot be read.
+    ParameterText readPersistenceFile();
     bool writePersistenceFile(const ParameterText& text);
 
     std::string m_filePath;

@@ -2,6 +2,7 @@
 
 #include "CallMarker.h"
 #include "DataFolder.h"
+#include "Logger.h"
 #include "ParameterFile.h"
 #include "SafeFile.h"
 
@@ -29,12 +30,27 @@ bool BinaryAppDataPersistence::writeUnformattedParam(
     CallMarker marker("BinaryAppDataPersistence::writeUnformattedParam", this);
     if (size < 0 || (data == nullptr && size > 0))
         return false;
-    const auto content = ParameterFile::read(m_filePath);
-    if (!content)
+    std::string content;
+    if (const std::string failure = SafeFile::readForChange(m_filePath, content);
+        !failure.empty()) {
+        ParameterFile::logUnreadable(m_filePath, failure);
         return false;
-    t_BinaryParamMap parameters = ParameterRecords::parse(*content);
+    }
+    std::string_view unread = content;
+    t_BinaryParamMap parameters = ParameterRecords::takeAll(unread);
     parameters.insert_or_assign(name, t_Param(name, data, size));
-    return writePersistenceFile(parameters);
+    const bool isWritten = writePersistenceFile(parameters);
+    if (isWritten && !unread.empty())
+        logDropped(unread.size());
+    return isWritten;
+}
+
+void BinaryAppDataPersistence::logDropped(std::size_t size) const
+{
+    CallMarker marker("BinaryAppDataPersistence::logDropped", this);
+    TAV_LOG(
+        LoggerMsgType::WARNING, "Dropped the last %zu bytes of %s: A record was broken", size,
+        m_filePath.c_str());
 }
 
 char* BinaryAppDataPersistence::readUnformattedParam(const std::string& name, int& size)

@@ -2,6 +2,8 @@
 
 #include "BinaryPersistence.h"
 
+#include <cstddef>
+
 /// The binary parameters of one domain, kept in the file "<domain>_binary.dat".
 ///
 /// Every operation reads the whole file, and a write replaces it whole: another process sees the
@@ -9,7 +11,9 @@
 /// takes no new file it is written in place: one that reads meanwhile may see a mix, which no
 /// write starts from, and of two that write at once one fails.
 ///
-/// A failed write leaves the old file; a missing file holds no parameters.
+/// A failed write leaves the old file; a missing file holds no parameters. Nothing behind a broken
+/// record is read, and the next write drops it, with a warning in the log. Not locked: one object
+/// is for one thread.
 class BinaryAppDataPersistence : public BinaryPersistence {
 public:
     /// Makes the folder of the file when it is missing.
@@ -18,8 +22,8 @@ public:
     ~BinaryAppDataPersistence() override;
 
     /// Makes the folder of the file again when it is gone. False also for a negative size, for
-    /// bytes that are null, and when there is a file that cannot be read, whose parameters would be
-    /// lost.
+    /// bytes that are null where the size is not 0, and when there is a file that cannot be read,
+    /// whose parameters would be lost.
     bool writeUnformattedParam(const std::string& name, const char* data, int size) override;
     char* readUnformattedParam(const std::string& name, int& size) override;
     /// Leaves an empty file, which is made when there is none.
@@ -30,6 +34,8 @@ public:
     bool writePersistenceFile(const t_BinaryParamMap& parameters) override;
 
 private:
+    void logDropped(std::size_t size) const;
+
     std::string m_filePath;
     t_PersistenceMode m_mode;
 };

@@ -5,17 +5,11 @@
 #include "Logger.h"
 #include "SafeFile.h"
 
-std::optional<std::string> ParameterFile::read(const std::string& path)
+void ParameterFile::logUnreadable(const std::string& path, const std::string& reason)
 {
-    CallMarker marker("ParameterFile::read");
-    std::string content;
-    const std::string failure = SafeFile::readForChange(path, content);
-    if (failure.empty())
-        return content;
+    CallMarker marker("ParameterFile::logUnreadable");
     TAV_LOG(
-        LoggerMsgType::ERROR, "Cannot read the parameters of %s: %s", path.c_str(),
-        failure.c_str());
-    return std::nullopt;
+        LoggerMsgType::ERROR, "Cannot read the parameters of %s: %s", path.c_str(), reason.c_str());
 }
 
 bool ParameterFile::replace(

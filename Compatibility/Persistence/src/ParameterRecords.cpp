@@ -7,6 +7,12 @@
 t_BinaryParamMap ParameterRecords::parse(std::string_view bytes)
 {
     CallMarker marker("ParameterRecords::parse");
+    return takeAll(bytes);
+}
+
+t_BinaryParamMap ParameterRecords::takeAll(std::string_view& bytes)
+{
+    CallMarker marker("ParameterRecords::takeAll");
     t_BinaryParamMap parameters;
     while (auto parameter = t_Param::unMarshall(bytes)) {
         const std::string name = parameter->getName();

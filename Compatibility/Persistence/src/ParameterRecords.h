@@ -16,6 +16,10 @@ namespace ParameterRecords {
 /// reading there. A name that stands twice has the later data.
 t_BinaryParamMap parse(std::string_view bytes);
 
+/// The same, and takes what was read off the front of the bytes: what is left begins with the
+/// broken record.
+t_BinaryParamMap takeAll(std::string_view& bytes);
+
 std::string toBytes(const t_BinaryParamMap& parameters);
 
 } // namespace ParameterRecords

@@ -27,7 +27,8 @@ public:
 
     /// Gives the file a new content: a reader sees the old bytes or the new, never a mix. Written
     /// to a temporary file in the same folder, synced, renamed over the old one, the folder synced;
-    /// a new file gets mode 0644, a replaced one keeps its mode and owner.
+    /// a new file gets mode 0644, a replaced one keeps its owner and its mode, of which the set-id
+    /// and sticky bits are dropped.
     ///
     /// Where the folder refuses new files, or the file refuses a new owner, but the file can be
     /// written, it is written in place: read() may then see a mix, no backup is made, and of two

@@ -2,6 +2,7 @@
 
 #include "OwnedBytes.h"
 #include "PrivateDataFolders.h"
+#include "PublishedLogger.h"
 #include "VirtualSlot.h"
 
 #include <filesystem>
@@ -137,7 +138,7 @@ TEST_F(BinaryAppDataPersistenceTest, SizeZeroReadsBackAsABufferOfSizeZero)
     EXPECT_EQ(size, 0);
 }
 
-TEST_F(BinaryAppDataPersistenceTest, RefusesNegativeSizeAndNullData)
+TEST_F(BinaryAppDataPersistenceTest, RefusesNegativeSizeAndNullDataOfAnotherSizeThanZero)
 {
     write("a", "A");
     const std::string before = content();
@@ -187,6 +188,35 @@ TEST_F(BinaryAppDataPersistenceTest, TruncatedRecordEndsReadingAndWritingKeepsTh
 
     EXPECT_TRUE(write("c", "C"));
     EXPECT_EQ(content(), "\x02\0\0\0a\0\x01\0\0\0A\x02\0\0\0c\0\x01\0\0\0C"s);
+}
+
+TEST_F(BinaryAppDataPersistenceTest, LogsWhatAWriteDropsBehindABrokenRecord)
+{
+    const std::string whole = "\x02\0\0\0a\0\x01\0\0\0A"s;
+    const std::string broken = "\x02\0\0\0b\0\xFF\xFF\xFF\xFF"s;
+    folders.user().write(FILE_NAME, whole + broken + whole);
+    const PublishedLogger log;
+
+    EXPECT_EQ(read("a"), "A");
+    EXPECT_EQ(log.lines(), "") << "a read drops nothing";
+    EXPECT_TRUE(write("a", "B"));
+    EXPECT_TRUE(write("a", "C"));
+
+    EXPECT_EQ(
+        log.lines(),
+        "[WARNING] Dropped the last 21 bytes of " + path() + ": A record was broken\n");
+}
+
+TEST_F(BinaryAppDataPersistenceTest, LogsNothingDroppedForANameThatStandsTwice)
+{
+    const std::string record = "\x02\0\0\0a\0\x01\0\0\0A"s;
+    folders.user().write(FILE_NAME, record + record);
+    const PublishedLogger log;
+
+    EXPECT_TRUE(write("a", "A"));
+
+    EXPECT_EQ(content(), record);
+    EXPECT_EQ(log.lines(), "");
 }
 
 TEST(BinaryPersistence, SlotsFollowTheDestructorInTheirFixedOrder)

@@ -1,5 +1,6 @@
 #include "BothStores.h"
 #include "PrivateDataFolders.h"
+#include "PublishedLogger.h"
 #include "SystemCallFaults.h"
 
 #include <cerrno>
@@ -67,4 +68,22 @@ TYPED_TEST(ParameterFaults, LetAFileMadeMeanwhileNotFailTheFirstWrite)
     EXPECT_TRUE(store.write("b", "2"));
 
     EXPECT_EQ(folders.user().read(TypeParam::FILE_NAME), TypeParam::contentOf("b", "2"));
+}
+
+TEST(BrokenRecords, AreNotToldToBeDroppedByAWriteThatFails)
+{
+    const PrivateDataFolders folders;
+    BinaryAppDataPersistence store("scope", "domain", PERSISTENCE_CURRENT_USER);
+    folders.user().write(ByteStore::FILE_NAME, "broken");
+    const PublishedLogger log;
+    SystemCallFaults faults;
+    faults.fail("renameat", EIO);
+
+    EXPECT_FALSE(store.writeUnformattedParam("a", "A", 1));
+
+    EXPECT_EQ(folders.user().read(ByteStore::FILE_NAME), "broken");
+    EXPECT_EQ(
+        log.lines(), "[ERROR  ] Cannot write the parameters to " +
+                         folders.user().file(ByteStore::FILE_NAME) +
+                         ": renaming the file: Input/output error\n");
 }

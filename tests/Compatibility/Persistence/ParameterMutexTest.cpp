@@ -1,5 +1,6 @@
 #include "AppDataPersistence.h"
 #include "PrivateDataFolders.h"
+#include "PublishedLogger.h"
 #include "SystemCallFaults.h"
 
 #include <algorithm>
@@ -43,6 +44,9 @@ namespace {
 
 using Steps = std::vector<std::string>;
 
+/// None that the reading of a file could take for a failure of its own.
+struct EndOfReading {};
+
 class ParameterMutex : public testing::Test {
 protected:
     /// What the action called, in this order; the opening of the parameters' file is "open".
@@ -52,6 +56,19 @@ protected:
         if (readError != 0)
             faults.fail("read", readError);
         action();
+        return stepsIn(faults);
+    }
+    /// What an action called whose reading an exception ends.
+    Steps stepsOfUnwinding(const std::function<void()>& action) const
+    {
+        SystemCallFaults faults;
+        faults.interruptOpening(
+            folders.user().file("Pelora/scope/domain.dat"), [] { throw EndOfReading(); });
+        EXPECT_THROW(action(), EndOfReading);
+        return stepsIn(faults);
+    }
+    static Steps stepsIn(const SystemCallFaults& faults)
+    {
         Steps steps;
         for (const SystemCallFaults::Call& call : faults.calls())
             steps.push_back(call.path.ends_with("domain.dat") ? "open" : call.name);
@@ -102,11 +119,42 @@ TEST_F(ParameterMutex, IsHeldForTheReadingOfAWriteButNotForItsWriting)
     const auto released = std::find(steps.begin(), steps.end(), "unlock");
     EXPECT_THAT(
         Steps(steps.begin(), released),
-        ElementsAre("lock", "open", "fstat", "fstat", "read", "read"));
+        ElementsAre("lock", "open", "fstat", "fcntl", "fstat", "read", "read"));
     ASSERT_NE(released, steps.end());
     const Steps writing(released + 1, steps.end());
     EXPECT_THAT(writing, IsSupersetOf({"write", "renameat"}));
     EXPECT_THAT(writing, Not(Contains("lock")));
+}
+
+TEST_F(ParameterMutex, IsReleasedWhenTheReadingOfAWriteFails)
+{
+    writeFile();
+
+    const Steps steps = stepsOf([this] { store.writeParam("b", "2"); }, EIO);
+
+    EXPECT_THAT(steps, ElementsAre("lock", "open", "fstat", "fcntl", "fstat", "read", "unlock"));
+}
+
+TEST_F(ParameterMutex, IsReleasedBeforeTheFailureOfAWriteIsLogged)
+{
+    writeFile();
+    const PublishedLogger log;
+
+    const Steps steps = stepsOf([this] { store.writeParam("b", "2"); }, EIO);
+
+    EXPECT_NE(log.lines(), "");
+    const auto logging = std::find(steps.begin() + 1, steps.end(), "lock");
+    EXPECT_THAT(
+        Steps(steps.begin(), logging),
+        ElementsAre("lock", "open", "fstat", "fcntl", "fstat", "read", "unlock"));
+}
+
+TEST_F(ParameterMutex, IsReleasedWhenAnExceptionEndsTheReading)
+{
+    EXPECT_THAT(stepsOfUnwinding([this] { read(); }), ElementsAre("lock", "open", "unlock"));
+    EXPECT_THAT(
+        stepsOfUnwinding([this] { store.writeParam("b", "2"); }),
+        ElementsAre("lock", "open", "unlock"));
 }
 
 TEST_F(ParameterMutex, IsNotTakenToErase)

@@ -60,6 +60,21 @@ TEST(ParameterRecords, EndsAtBrokenRecordAndKeepsThoseBefore)
     EXPECT_EQ(namesOf(parameters), (std::vector<std::string>{"a"}));
 }
 
+TEST(ParameterRecords, TakesWhatItReadsOffTheFront)
+{
+    const std::string whole = recordA + recordB;
+    const std::string broken = "\x02\0\0\0c\0\xFF\xFF\xFF\xFF"s + recordB;
+    std::string_view all = whole;
+    const std::string cut = recordA + broken;
+    std::string_view some = cut;
+
+    EXPECT_EQ(namesOf(ParameterRecords::takeAll(all)), (std::vector<std::string>{"a", "b"}));
+    EXPECT_EQ(namesOf(ParameterRecords::takeAll(some)), (std::vector<std::string>{"a"}));
+
+    EXPECT_EQ(all, "");
+    EXPECT_EQ(some, broken);
+}
+
 TEST(ParameterRecords, EndsAtEveryTruncationOfTheLastRecord)
 {
     for (std::size_t size = 0; size < recordB.size(); ++size) {

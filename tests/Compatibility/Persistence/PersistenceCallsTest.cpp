@@ -7,6 +7,7 @@
 #include "PrivateDataFolders.h"
 #include "PublishedTracer.h"
 
+#include <filesystem>
 #include <iostream>
 #include <memory>
 
@@ -38,6 +39,16 @@ void useBytes(const AppData& data)
     parameter = t_Param(parameter);
 }
 
+/// A folder in the place of the texts, and a broken record at the end of the bytes.
+void useFilesThatAreOdd(const PrivateDataFolders& folders, const AppData& data)
+{
+    std::filesystem::remove(folders.user().file("Pelora/scope/calls.dat"));
+    std::filesystem::create_directory(folders.user().file("Pelora/scope/calls.dat"));
+    folders.user().write("Pelora/scope/calls_binary.dat", "x");
+    data.writeParam("a", "1");
+    data.writeUnformattedParam("a", "A", 1);
+}
+
 /// The trace of a run through every operation, with the columns of the objects.
 std::string traceOfEverything()
 {
@@ -53,6 +64,7 @@ std::string traceOfEverything()
         data.getFiles();
         useTexts(data);
         useBytes(data);
+        useFilesThatAreOdd(folders, data);
         data.removeData();
         const PersistenceManager texts("scope", "calls", PERSISTENCE_CURRENT_USER);
         const BinaryPersistenceManager bytes("scope", "calls", PERSISTENCE_CURRENT_USER);
@@ -97,10 +109,11 @@ INSTANTIATE_TEST_SUITE_P(
         "AppData::removeAllData", "AppData::setGlobalScope", "AppDataManager::getInstance",
         "AppDataPersistence::getPersistenceFilePath", "BinaryPersistenceManager::buildPersistence",
         "DataFolder::create", "DataFolder::getBase", "DataFolder::getPath",
-        "DataFolder::makeMissing", "ParameterFile::read", "ParameterFile::replace",
-        "ParameterRecords::parse", "ParameterRecords::toBytes", "ParameterText::isStorable",
-        "ParameterText::parse", "PersistenceManager::buildPersistence", "addFiles", "appendNumber",
-        "deleteIfThere", "findOrMake", "t_Param::unMarshall", "takeBlock"));
+        "DataFolder::makeMissing", "ParameterFile::logUnreadable", "ParameterFile::replace",
+        "ParameterRecords::parse", "ParameterRecords::takeAll", "ParameterRecords::toBytes",
+        "ParameterText::isStorable", "ParameterText::parse", "PersistenceManager::buildPersistence",
+        "addFiles", "appendNumber", "deleteIfThere", "findOrMake", "t_Param::unMarshall",
+        "takeBlock"));
 
 INSTANTIATE_TEST_SUITE_P(
     AppData, MethodCalls,
@@ -128,9 +141,9 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         "PersistenceManager::eraseAllParams", "PersistenceManager::readParam",
         "PersistenceManager::writeParam", "AppDataPersistence::eraseAllParams",
-        "AppDataPersistence::readParam", "AppDataPersistence::readPersistenceFile",
-        "AppDataPersistence::writeParam", "AppDataPersistence::writePersistenceFile",
-        "ParameterText::toText"));
+        "AppDataPersistence::readForChange", "AppDataPersistence::readParam",
+        "AppDataPersistence::readPersistenceFile", "AppDataPersistence::writeParam",
+        "AppDataPersistence::writePersistenceFile", "ParameterText::toText"));
 
 INSTANTIATE_TEST_SUITE_P(
     BinaryStores, MethodCalls,
@@ -139,7 +152,7 @@ INSTANTIATE_TEST_SUITE_P(
         "BinaryPersistenceManager::readUnformattedParam",
         "BinaryPersistenceManager::writeUnformattedParam",
         "BinaryAppDataPersistence::eraseAllParams",
-        "BinaryAppDataPersistence::getPersistenceFilePath",
+        "BinaryAppDataPersistence::getPersistenceFilePath", "BinaryAppDataPersistence::logDropped",
         "BinaryAppDataPersistence::readPersistenceFile",
         "BinaryAppDataPersistence::readUnformattedParam",
         "BinaryAppDataPersistence::writePersistenceFile",

@@ -168,8 +168,9 @@ TEST_F(SafeFileFaults, SyncsTheFileBeforeItTakesItsPlaceAndTheFolderAfter)
     EXPECT_THAT(
         steps, ElementsAre(
                    "openat",                        // the folder
-                   "openat", "fstat", "fstat",      // the old version
-                   "read", "read", "fstat",         //
+                   "openat", "fstat", "fcntl",      // the old version
+                   "fstat", "read", "read",         //
+                   "fstat",                         //
                    "getentropy", "openat", "fstat", // the temporary file
                    "write", "fchown", "fchmod",     //
                    "fsync", "renameat", "fsync"));  // the file, its place, the folder

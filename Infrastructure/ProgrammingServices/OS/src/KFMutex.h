@@ -2,7 +2,8 @@
 
 #include <pthread.h>
 
-/// A POSIX mutex; callers pair acquire() and release() by hand, and no result is checked.
+/// A POSIX mutex; callers pair acquire() and release() by hand or with a KFMutexGuard, and no
+/// result is checked.
 ///
 /// A recursive one may be acquired again by the thread that holds it, and is released as often;
 /// a second acquire of the other kind never returns.

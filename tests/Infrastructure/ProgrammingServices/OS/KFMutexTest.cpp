@@ -1,7 +1,10 @@
 #include "KFMutex.h"
 
+#include "KFMutexGuard.h"
+
 #include <cerrno>
 #include <ctime>
+#include <exception>
 #include <thread>
 #include <type_traits>
 
@@ -35,6 +38,27 @@ TEST_P(KFMutexOfEitherKind, KeepsOtherThreadsOutFromAcquireToRelease)
     mutex.release();
 
     EXPECT_TRUE(canBeAcquiredByAnotherThread(mutex));
+}
+
+TEST_P(KFMutexOfEitherKind, IsHeldByAGuardToTheEndOfItsScope)
+{
+    KFMutex mutex(GetParam());
+    {
+        const KFMutexGuard guard(mutex);
+        EXPECT_FALSE(canBeAcquiredByAnotherThread(mutex));
+    }
+    EXPECT_TRUE(canBeAcquiredByAnotherThread(mutex));
+}
+
+TEST_P(KFMutexOfEitherKind, IsReleasedByAGuardWhoseScopeAnExceptionEnds)
+{
+    KFMutex mutex(GetParam());
+    try {
+        const KFMutexGuard guard(mutex);
+        throw std::exception();
+    } catch (const std::exception&) {
+        EXPECT_TRUE(canBeAcquiredByAnotherThread(mutex));
+    }
 }
 
 TEST_P(KFMutexOfEitherKind, TryacquireTakesAFreeMutex)

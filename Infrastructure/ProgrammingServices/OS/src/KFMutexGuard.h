@@ -1,0 +1,16 @@
+#pragma once
+
+#include "KFMutex.h"
+
+/// Holds a mutex for the scope that it stands in, also when an exception ends that scope.
+class KFMutexGuard {
+public:
+    explicit KFMutexGuard(KFMutex& mutex) : m_mutex(mutex) { m_mutex.acquire(); }
+    ~KFMutexGuard() { m_mutex.release(); }
+
+    KFMutexGuard(const KFMutexGuard&) = delete;
+    KFMutexGuard& operator=(const KFMutexGuard&) = delete;
+
+private:
+    KFMutex& m_mutex;
+};
