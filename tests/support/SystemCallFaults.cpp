@@ -54,10 +54,16 @@ void SystemCallFaults::failAny(int error, int nth)
     m_faults.push_back({"", error, nth});
 }
 
+void SystemCallFaults::interrupt(
+    const std::string& name, const std::string& path, std::function<void()> action)
+{
+    m_interrupted = {name, path};
+    m_interruption = std::move(action);
+}
+
 void SystemCallFaults::interruptOpening(const std::string& path, std::function<void()> action)
 {
-    m_interruptedPath = path;
-    m_interruption = std::move(action);
+    interrupt("openat", path, std::move(action));
 }
 
 int SystemCallFaults::counted() const
@@ -68,7 +74,7 @@ int SystemCallFaults::counted() const
 int SystemCallFaults::record(const Call& call)
 {
     m_calls.push_back(call);
-    if (m_interruption && call.name == "openat" && call.path == m_interruptedPath)
+    if (m_interruption && call.name == m_interrupted.name && call.path == m_interrupted.path)
         std::exchange(m_interruption, nullptr)();
     int error = 0;
     for (Fault& fault : m_faults) {
@@ -95,11 +101,20 @@ std::optional<off_t> SystemCallFaults::claimedSize()
     return current != nullptr ? current->m_claimedSize : std::nullopt;
 }
 
+std::optional<dev_t> SystemCallFaults::claimedDevice(const std::string& name)
+{
+    if (current == nullptr || current->m_claimedDevice.first != name)
+        return std::nullopt;
+    return current->m_claimedDevice.second;
+}
+
 extern "C" {
 
 int realOpenat(int folder, const char* path, int flags, mode_t mode) __asm__("__real_openat");
 int realFcntl(int file, int command, void* argument) __asm__("__real_fcntl");
 int realFstat(int file, struct stat* status) __asm__("__real_fstat");
+int realFstatat(int folder, const char* name, struct stat* status, int flags) __asm__(
+    "__real_fstatat");
 ssize_t realRead(int file, void* bytes, std::size_t size) __asm__("__real_read");
 ssize_t realWrite(int file, const void* bytes, std::size_t size) __asm__("__real_write");
 off_t realLseek(int file, off_t offset, int whence) __asm__("__real_lseek");
@@ -119,6 +134,8 @@ int openat2Called(int folder, const char* path, int flags) __asm__("__wrap___ope
 // A variadic function, of which the code passes pointers alone.
 int fcntlCalled(int file, int command, void* argument) __asm__("__wrap_fcntl");
 int fstatCalled(int file, struct stat* status) __asm__("__wrap_fstat");
+int fstatatCalled(int folder, const char* name, struct stat* status, int flags) __asm__(
+    "__wrap_fstatat");
 ssize_t readCalled(int file, void* bytes, std::size_t size) __asm__("__wrap_read");
 ssize_t writeCalled(int file, const void* bytes, std::size_t size) __asm__("__wrap_write");
 off_t lseekCalled(int file, off_t offset, int whence) __asm__("__wrap_lseek");
@@ -153,6 +170,14 @@ int fstatCalled(int file, struct stat* status)
     const int result = attempt({"fstat"}, realFstat, file, status);
     if (result == 0)
         status->st_size = SystemCallFaults::claimedSize().value_or(status->st_size);
+    return result;
+}
+
+int fstatatCalled(int folder, const char* name, struct stat* status, int flags)
+{
+    const int result = attempt({"fstatat", name}, realFstatat, folder, name, status, flags);
+    if (result == 0)
+        status->st_dev = SystemCallFaults::claimedDevice(name).value_or(status->st_dev);
     return result;
 }
 

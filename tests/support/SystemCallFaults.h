@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <sys/types.h>
@@ -16,7 +17,7 @@ class SystemCallFaults {
 public:
     struct Call {
         std::string name;
-        std::string path{}; // of openat() alone
+        std::string path{}; // of openat() and fstatat() alone
         int flags = 0;      // of openat() alone
         mode_t mode = 0;    // of openat() that may create
     };
@@ -32,13 +33,16 @@ public:
     /// The `nth` call of any name fails. Left out are unlinkat(), since no clean-up can make good
     /// for itself, and fcntl(), since a lock that cannot be had need not be a failure.
     void failAny(int error, int nth);
-    /// Right before openat() is called for the path, once, the action happens: what another process
-    /// does meanwhile.
+    /// Right before the next call of the name (and path, for those that have one), once, the action
+    /// happens: what another process does meanwhile.
+    void interrupt(const std::string& name, const std::string& path, std::function<void()> action);
     void interruptOpening(const std::string& path, std::function<void()> action);
     /// read() and write() move at most this many bytes at a time.
     void limitTransfers(std::size_t bytes) { m_transferLimit = bytes; }
     /// fstat() tells this size for every file.
     void claimSize(off_t size) { m_claimedSize = size; }
+    /// fstatat() tells this device for every entry of the name.
+    void claimDevice(const std::string& name, dev_t device) { m_claimedDevice = {name, device}; }
 
     /// What was called so far, failed calls included.
     const std::vector<Call>& calls() const { return m_calls; }
@@ -49,6 +53,7 @@ public:
     static int enter(const Call& call);
     static std::size_t transferSize(std::size_t wanted);
     static std::optional<off_t> claimedSize();
+    static std::optional<dev_t> claimedDevice(const std::string& name);
 
 private:
     struct Fault {
@@ -60,9 +65,10 @@ private:
     int record(const Call& call);
 
     std::vector<Fault> m_faults;
-    std::string m_interruptedPath;
+    Call m_interrupted;
     std::function<void()> m_interruption;
     std::vector<Call> m_calls;
     std::optional<std::size_t> m_transferLimit;
     std::optional<off_t> m_claimedSize;
+    std::pair<std::string, dev_t> m_claimedDevice;
 };

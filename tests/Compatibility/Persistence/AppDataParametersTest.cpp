@@ -209,6 +209,16 @@ TEST_F(AppDataParametersTest, ListsFilesOfAllLevelsByTheirRelativePath)
     EXPECT_EQ(manager.getFiles("domain"), (Names{".hidden", "inner/deep.txt"}));
 }
 
+// A folder's content is found right behind the folder, which is not its place among the paths.
+TEST_F(AppDataParametersTest, ListsFilesInTheOrderOfTheBytesOfTheirPaths)
+{
+    put(folders.user(), "Pelora/scope/domain/inner/deep.txt");
+    put(folders.user(), "Pelora/scope/domain/inner.d");
+    put(folders.allUsers(), "Pelora/scope/domain/a.txt");
+
+    EXPECT_EQ(manager.getFiles("domain"), (Names{"a.txt", "inner.d", "inner/deep.txt"}));
+}
+
 TEST_F(AppDataParametersTest, DoesNotListNamesWithoutAFullStop)
 {
     put(folders.user(), "Pelora/scope/domain/plain");

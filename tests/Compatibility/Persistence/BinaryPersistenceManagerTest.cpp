@@ -51,6 +51,15 @@ TEST_F(BinaryPersistenceManagerTest, PassesReadingOn)
     EXPECT_EQ(manager.readUnformattedParam("a", size), nullptr);
 }
 
+TEST_F(BinaryPersistenceManagerTest, PassesTheReadingOfTheEmptyNameOn)
+{
+    char data = 'x';
+    EXPECT_CALL(store, readUnformattedParam("", Eq(0))).WillOnce(Return(&data));
+    int size = 0;
+
+    EXPECT_EQ(manager.readUnformattedParam("", size), &data);
+}
+
 TEST_F(BinaryPersistenceManagerTest, PassesWritingAndItsResultOn)
 {
     const char* const data = "x";

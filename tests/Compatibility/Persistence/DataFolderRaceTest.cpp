@@ -1,8 +1,10 @@
 #include "DataFolder.h"
+#include "ParameterFile.h"
 #include "PrivateDataFolders.h"
 
 #include <cerrno>
 #include <filesystem>
+#include <string>
 #include <string_view>
 
 #include <gtest/gtest.h>
@@ -43,6 +45,28 @@ TEST_P(DataFolderRace, LeavesTheFolderOfTheScopeMade)
     DataFolder::create("scope", PERSISTENCE_ALL_USERS);
 
     EXPECT_TRUE(std::filesystem::is_directory(folders.allUsers().file("Pelora/scope")));
+}
+
+TEST_P(DataFolderRace, LeavesAllThatIsMissingMade)
+{
+    const PrivateDataFolders folders;
+    const std::string folder = folders.allUsers().file("Pelora/scope");
+    madeMeanwhile = GetParam();
+
+    DataFolder::makeMissing(folder, PERSISTENCE_ALL_USERS);
+
+    EXPECT_TRUE(std::filesystem::is_directory(folder));
+}
+
+TEST_P(DataFolderRace, LetsAFileBeWrittenIntoFoldersThatAreGone)
+{
+    const PrivateDataFolders folders;
+    const std::string file = folders.user().file("Pelora/scope/file");
+    madeMeanwhile = GetParam();
+
+    EXPECT_TRUE(ParameterFile::replace(file, PERSISTENCE_CURRENT_USER, "x"));
+
+    EXPECT_EQ(folders.user().read("Pelora/scope/file"), "x");
 }
 
 INSTANTIATE_TEST_SUITE_P(MadeMeanwhile, DataFolderRace, testing::Values("/Pelora", "/scope"));

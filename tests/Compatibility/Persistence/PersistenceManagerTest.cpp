@@ -47,6 +47,14 @@ TEST_F(PersistenceManagerTest, PassesTheFailureToReadOn)
     EXPECT_FALSE(manager.readParam("a", value));
 }
 
+TEST_F(PersistenceManagerTest, PassesTheReadingOfTheEmptyNameOn)
+{
+    EXPECT_CALL(store, readParam("", Eq("before"))).WillOnce(Return(true));
+    std::string value = "before";
+
+    EXPECT_TRUE(manager.readParam("", value));
+}
+
 TEST_F(PersistenceManagerTest, PassesWritingAndItsResultOn)
 {
     EXPECT_CALL(store, writeParam("a", "1")).WillOnce(Return(true)).WillOnce(Return(false));

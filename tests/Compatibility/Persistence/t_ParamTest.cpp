@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 
 using namespace std::string_literals;
 
@@ -148,6 +149,46 @@ TEST_P(BrokenRecords, EndAFileAndLeaveTheRecordsBefore)
     const t_BinaryParamMap parameters = ParameterRecords::parse(record + GetParam().bytes);
 
     EXPECT_EQ(ParameterRecords::toBytes(parameters), record);
+}
+
+namespace {
+
+/// More bytes than a length can tell, none of which is in memory before it is looked at: the given
+/// ones, and zeros behind them.
+class HugeBytes {
+public:
+    explicit HugeBytes(const std::string& front)
+    {
+        EXPECT_NE(m_bytes, MAP_FAILED);
+        EXPECT_EQ(mprotect(m_bytes, 4096, PROT_READ | PROT_WRITE), 0);
+        front.copy(static_cast<char*>(m_bytes), front.size());
+    }
+    ~HugeBytes() { munmap(m_bytes, s_size); }
+
+    HugeBytes(const HugeBytes&) = delete;
+    HugeBytes& operator=(const HugeBytes&) = delete;
+
+    std::string_view view() const { return {static_cast<const char*>(m_bytes), s_size}; }
+
+private:
+    static constexpr std::size_t s_size = std::size_t{5} << 30U;
+
+    void* const m_bytes =
+        mmap(nullptr, s_size, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+};
+
+} // namespace
+
+TEST(t_Param, OfALengthAboveTwoGigabytesIsNoRecordThoughTheBytesAreThere)
+{
+    for (const std::string& record : {"\0\0\0\x80"s, "\x02\0\0\0a\0\0\0\0\x80"s}) {
+        const HugeBytes bytes(record);
+        std::string_view view = bytes.view();
+
+        EXPECT_FALSE(t_Param::unMarshall(view));
+
+        EXPECT_EQ(view.size(), bytes.view().size());
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(t_Param, BrokenRecords, testing::ValuesIn(broken), [](const auto& test) {

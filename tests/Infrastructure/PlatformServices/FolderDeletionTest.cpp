@@ -194,6 +194,34 @@ TEST_F(DeleteFolder, EndsWhereTheFolderThatItIsInIsMovedAway)
     EXPECT_TRUE(fs::exists(path("doomed/sub")));
 }
 
+TEST_F(DeleteFolder, LeavesASubFolderThatIsMovedAwayBetweenItsOpeningAndTheLookAbove)
+{
+    fs::remove_all(path("doomed/sub"));
+    fs::create_directory(path("doomed/moving"));
+    m_folder.write("doomed/moving/file", "");
+    SystemCallFaults faults;
+    faults.interrupt(
+        "fstatat", "..", [&] { fs::rename(path("doomed/moving"), path("kept/moving")); });
+
+    EXPECT_TRUE(deleteFolder("doomed", true));
+
+    EXPECT_TRUE(fs::exists(path("kept/moving/file")));
+}
+
+// The number of a folder is its own on one device alone.
+TEST_F(DeleteFolder, LeavesASubFolderWhoseFolderAboveIsOfTheSameNumberOnAnotherDevice)
+{
+    struct stat status {};
+    ASSERT_EQ(stat(path("doomed").c_str(), &status), 0);
+    SystemCallFaults faults;
+    faults.claimDevice("..", status.st_dev + 1);
+
+    EXPECT_FALSE(deleteFolder("doomed", true));
+
+    EXPECT_TRUE(fs::exists(path("doomed/sub/deep/file")));
+    EXPECT_FALSE(fs::exists(path("doomed/file")));
+}
+
 // A link put in a sub-folder's place meanwhile must lead nowhere.
 TEST_F(DeleteFolder, ReachesSubFoldersFromTheOpenFolderWithoutFollowingLinks)
 {
@@ -203,7 +231,7 @@ TEST_F(DeleteFolder, ReachesSubFoldersFromTheOpenFolderWithoutFollowingLinks)
 
     int opened = 0;
     for (const SystemCallFaults::Call& call : faults.calls()) {
-        if (call.path != "sub" && call.path != "deep")
+        if (call.name != "openat" || (call.path != "sub" && call.path != "deep"))
             continue;
         EXPECT_NE(call.flags & O_NOFOLLOW, 0);
         ++opened;

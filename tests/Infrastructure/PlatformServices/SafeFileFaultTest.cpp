@@ -1,4 +1,5 @@
 #include "NamesIn.h"
+#include "OrdinaryUser.h"
 #include "SafeFile.h"
 #include "SystemCallFaults.h"
 #include "TemporaryFolder.h"
@@ -12,6 +13,8 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -154,6 +157,28 @@ TEST(SafeFileFolder, IsNotWrittenInPlaceAfterASyncThatIsRefused)
         "syncing the folder: Permission denied");
 
     EXPECT_EQ(folder.read("file"), "the old content");
+}
+
+TEST(SafeFileFolder, ThatCannotBeSyncedHasTheOldFilePutBackWithItsModeAndOwner)
+{
+    const TemporaryFolder folder;
+    const std::string path = folder.write("file", "the old content");
+    const uid_t owner = geteuid() == 0 ? NOBODY : geteuid();
+    ASSERT_EQ(chown(path.c_str(), owner, static_cast<gid_t>(-1)), 0);
+    ASSERT_EQ(chmod(path.c_str(), 0640), 0);
+    SystemCallFaults faults;
+    constexpr int ofTheFolder = 2;
+    faults.fail("fsync", EIO, ofTheFolder);
+
+    EXPECT_EQ(
+        SafeFile::replace(path, "the new content", Backup::none),
+        "syncing the folder: Input/output error");
+
+    struct stat status {};
+    ASSERT_EQ(stat(path.c_str(), &status), 0);
+    EXPECT_EQ(folder.read("file"), "the old content");
+    EXPECT_EQ(status.st_mode & 07777U, 0640U);
+    EXPECT_EQ(status.st_uid, owner);
 }
 
 TEST_F(SafeFileFaults, SyncsTheFileBeforeItTakesItsPlaceAndTheFolderAfter)
