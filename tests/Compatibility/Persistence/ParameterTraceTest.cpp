@@ -1,14 +1,30 @@
+#include "AppData.h"
 #include "AppDataPersistence.h"
 #include "BinaryAppDataPersistence.h"
 #include "OwnedBytes.h"
+#include "PersistenceManager.h"
 #include "PrivateDataFolders.h"
 #include "PublishedTracer.h"
+
+#include <memory>
+#include <regex>
+#include <string>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 using testing::HasSubstr;
 using testing::Not;
+
+namespace {
+
+/// The trace without the columns in front of each line.
+std::string linesOf(const PublishedTracer& tracer)
+{
+    return std::regex_replace(tracer.lines(), std::regex("\\[<id>\\]\\[test +\\]"), "");
+}
+
+} // namespace
 
 TEST(ParameterTrace, NamesTextParameterThatIsNotFound)
 {
@@ -60,4 +76,55 @@ TEST(ParameterTrace, SaysNothingOfBinaryParameterThatIsFound)
 
     EXPECT_THAT(tracer.lines(), HasSubstr("BinaryAppDataPersistence::readUnformattedParam"));
     EXPECT_THAT(tracer.lines(), Not(HasSubstr("not found")));
+}
+
+TEST(ParameterTrace, ShowsEachCallOfAReadingInsideItsCaller)
+{
+    const PrivateDataFolders folders;
+    AppData::setGlobalScope("scope");
+    const AppData data("ShowsEachCallOfAReadingInsideItsCaller");
+    data.writeParamForAllUsers("a", "1");
+    const PublishedTracer tracer;
+    std::string value;
+
+    data.readParam("a", value);
+
+    EXPECT_EQ(
+        linesOf(tracer), "AppData::readParam\n"
+                         "  AppDataManager::getInstance\n"
+                         "  AppDataManager::readParam\n"
+                         "    AppDataManager::getPersistence\n"
+                         "      findOrMake\n"
+                         "    PersistenceManager::readParam\n"
+                         "      AppDataPersistence::readParam\n"
+                         "        AppDataPersistence::readPersistenceFile\n"
+                         "          ParameterText::parse\n"
+                         "        >> [D] Parameter 'a' not found\n"
+                         "    PersistenceManager::readParam\n"
+                         "      AppDataPersistence::readParam\n"
+                         "        AppDataPersistence::readPersistenceFile\n"
+                         "          ParameterText::parse\n");
+}
+
+TEST(ParameterTrace, ShowsTheMakingAndTheEndOfAStore)
+{
+    const PrivateDataFolders folders;
+    const PublishedTracer tracer;
+
+    std::make_unique<PersistenceManager>("scope", "domain", PERSISTENCE_CURRENT_USER).reset();
+
+    EXPECT_EQ(
+        linesOf(tracer), "PersistenceManager::buildPersistence\n"
+                         "  AppDataPersistence::getPersistenceFilePath\n"
+                         "    DataFolder::create\n"
+                         "      DataFolder::getPath\n"
+                         "        DataFolder::getBase\n"
+                         "      DataFolder::makeMissing\n"
+                         "      DataFolder::getPath\n"
+                         "        DataFolder::getBase\n"
+                         "      DataFolder::makeMissing\n"
+                         "  AppDataPersistence::constructor\n"
+                         "PersistenceManager::constructor\n"
+                         "PersistenceManager::destructor\n"
+                         "AppDataPersistence::destructor\n");
 }
