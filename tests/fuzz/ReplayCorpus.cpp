@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-// Runs a fuzz target once over each file of the folders on its command line: the corpus is checked
-// by the suite with any compiler, without the fuzzer.
+// Runs a fuzz target once over each file on its command line, and each file of the folders there:
+// the corpus is checked by the suite with any compiler, without the fuzzer.
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
@@ -20,19 +20,29 @@ std::vector<std::uint8_t> contentOf(const std::filesystem::path& path)
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-int replay(const char* folder)
+void replayFile(const std::filesystem::path& path)
 {
-    int count = 0;
+    std::printf("%s\n", path.c_str());
+    std::fflush(stdout);
+    const std::vector<std::uint8_t> content = contentOf(path);
+    LLVMFuzzerTestOneInput(content.data(), content.size());
+}
+
+/// How many inputs there were.
+int replay(const std::filesystem::path& path)
+{
     std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
-        std::printf("%s\n", entry.path().c_str());
-        std::fflush(stdout);
-        const std::vector<std::uint8_t> content = contentOf(entry.path());
-        LLVMFuzzerTestOneInput(content.data(), content.size());
+    if (std::filesystem::is_regular_file(path, error)) {
+        replayFile(path);
+        return 1;
+    }
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(path, error)) {
+        replayFile(entry.path());
         ++count;
     }
     if (error)
-        std::fprintf(stderr, "reading %s: %s\n", folder, error.message().c_str());
+        std::fprintf(stderr, "reading %s: %s\n", path.c_str(), error.message().c_str());
     return count;
 }
 
