@@ -30,7 +30,8 @@ public:
     /// earlier hour counts as older.
     static long findLastUsed(const std::string& base, long maxFiles);
 
-    /// Opens the file, created with mode 0644 when it is not there; null on failure.
+    /// Opens the file, created with mode 0644 less the file mode mask when it is not there; null on
+    /// failure.
     static File open(const std::string& path, Mode mode);
 
     /// The lines of the file, a last one without an end of line included; 0 when it cannot be read.

@@ -1,5 +1,6 @@
 #include "RingFiles.h"
 
+#include "FileModeMask.h"
 #include "ScopedEnvironment.h"
 #include "TemporaryFolder.h"
 
@@ -17,6 +18,7 @@ namespace {
 
 constexpr std::time_t c_day = 86400;
 constexpr std::time_t c_hour = 3600;
+constexpr std::time_t c_minute = 60;
 
 /// A ring whose files have chosen times of modification, in UTC.
 class RingFilesSearch : public testing::Test {
@@ -29,10 +31,10 @@ protected:
         setTime(path, modified);
     }
 
-    static void setTime(const std::string& path, std::time_t modified)
+    static void setTime(const std::string& path, std::time_t modified, int flags = 0)
     {
         const std::timespec times[2] = {{modified, 0}, {modified, 0}};
-        ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
+        ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, flags), 0);
     }
 
     long findLastUsed(long maxFiles) const
@@ -147,6 +149,51 @@ TEST_F(RingFilesSearch, TakesTheYearAsTheHighestDigits)
     EXPECT_EQ(findLastUsed(10), 1);
 }
 
+TEST_F(RingFilesSearch, TakesTheMonthAsHigherDigitsThanTheDay)
+{
+    addFile(0, 30 * c_day); // 31 January
+    addFile(1, 31 * c_day); // 1 February
+
+    EXPECT_EQ(findLastUsed(10), 1);
+}
+
+TEST_F(RingFilesSearch, TakesTheHourAsHigherDigitsThanTheMinute)
+{
+    addFile(0, 9 * c_hour + 59 * c_minute);
+    addFile(1, 10 * c_hour);
+
+    EXPECT_EQ(findLastUsed(10), 1);
+}
+
+TEST_F(RingFilesSearch, TakesTheMinuteAsHigherDigitsThanTheSecond)
+{
+    addFile(0, 10 * c_minute + 59);
+    addFile(1, 11 * c_minute);
+
+    EXPECT_EQ(findLastUsed(10), 1);
+}
+
+TEST_F(RingFilesSearch, TakesAFolderInTheRunAsOneOfItsFiles)
+{
+    addFile(0, 100);
+    ASSERT_EQ(mkdir(m_folder.file(name(1)).c_str(), 0700), 0);
+    setTime(m_folder.file(name(1)), 200);
+    addFile(2, 300);
+
+    EXPECT_EQ(findLastUsed(10), 2);
+}
+
+TEST_F(RingFilesSearch, TakesTheTimeOfWhatALinkLeadsTo)
+{
+    addFile(0, 100);
+    addFile(5, 200);
+    ASSERT_EQ(symlink(name(5).c_str(), m_folder.file(name(1)).c_str()), 0);
+    setTime(m_folder.file(name(1)), 400, AT_SYMLINK_NOFOLLOW);
+    addFile(2, 300);
+
+    EXPECT_EQ(findLastUsed(10), 2);
+}
+
 TEST_F(RingFilesSearch, LooksAtTheFileBehindTheRingToo)
 {
     addFile(0, 100);
@@ -169,15 +216,24 @@ TEST_F(RingFilesSearch, ComparesDatesInLocalTime)
     EXPECT_EQ(findLastUsed(10), 1);
 }
 
-TEST_P(RingFilesOpen, CreatesAFileWithItsModeWhateverTheFileModeMask)
+TEST_P(RingFilesOpen, CreatesAFileThatOthersCannotWriteThoughTheMaskLetsThem)
 {
-    const mode_t mask = umask(0);
+    const FileModeMask mask(0);
 
     const RingFiles::File file = RingFiles::open(m_folder.file("app_0.txt"), GetParam());
-    umask(mask);
 
     ASSERT_NE(file, nullptr);
     EXPECT_EQ(modeOf(m_folder.file("app_0.txt")), 0644U);
+}
+
+TEST_P(RingFilesOpen, CreatesAFileForItsOwnerAloneWhenTheMaskSaysSo)
+{
+    const FileModeMask mask(077);
+
+    const RingFiles::File file = RingFiles::open(m_folder.file("app_0.txt"), GetParam());
+
+    ASSERT_NE(file, nullptr);
+    EXPECT_EQ(modeOf(m_folder.file("app_0.txt")), 0600U);
 }
 
 TEST_P(RingFilesOpen, IsClosedInAProgramStartedFromThisOne)
