@@ -1,3 +1,4 @@
+#include "FullDisk.h"
 #include "LineOutputFixture.h"
 
 #include <filesystem>
@@ -19,6 +20,38 @@ TEST_F(LineOutputRing, TellsOfAFileThatCannotBeOpenedAndKeepsTheMutex)
     EXPECT_FALSE(m_output.isMutexFree());
     m_output.mutex().release();
     EXPECT_TRUE(m_output.isMutexFree());
+}
+
+TEST_F(LineOutputRing, KeepsTheMutexAlsoWhenTheOpenOfASynchronousLineFailed)
+{
+    m_output.setSynchronous(true);
+    useRing();
+    makeFolderInPlaceOf("app_0.txt");
+
+    testing::internal::CaptureStderr();
+    print("waiting\n");
+
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), cannotOpen("app_0.txt"));
+    EXPECT_FALSE(m_output.areAllMsgFlushed());
+    EXPECT_FALSE(m_output.isMutexFree());
+    m_output.mutex().release();
+    EXPECT_TRUE(m_output.isMutexFree());
+}
+
+TEST_F(LineOutputRing, DropsAndCountsTheLinesThatAFullDiskDoesNotTake)
+{
+    const std::string line = std::string(100000, 'x') + "\n"; // more than a stream keeps back
+    m_output.setMaxLinesPerFile(2);
+    useRing();
+
+    EXPECT_TRUE(onFullDisk(0, [this, &line] {
+        printAndWrite(line + line + line);
+        return m_output.areAllMsgFlushed() &&
+               m_output.getCurrentFileName() == m_folder.file("app_1.txt");
+    }));
+
+    EXPECT_EQ(m_folder.read("app_0.txt"), "");
+    EXPECT_EQ(m_folder.read("app_1.txt"), "");
 }
 
 TEST_F(LineOutputRing, WritesTheWaitingLinesOnceTheFileCanBeOpened)

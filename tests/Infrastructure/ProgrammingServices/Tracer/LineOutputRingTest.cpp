@@ -18,6 +18,16 @@ TEST_F(LineOutputRing, QueuesLinesUntilAPassWritesThem)
     EXPECT_TRUE(m_output.isMutexFree());
 }
 
+TEST_F(LineOutputRing, WritesTheLinesThatWereQueuedBeforeItsNameWasSet)
+{
+    print("early\n");
+
+    useRing();
+    printAndWrite("late\n");
+
+    EXPECT_EQ(m_folder.read("app_0.txt"), "early\nlate\n");
+}
+
 TEST_F(LineOutputRing, WritesAtOnceWhenSynchronous)
 {
     m_output.setSynchronous(true);
@@ -71,15 +81,17 @@ TEST_F(LineOutputRing, GoesOnCountingTheLinesOfTheFileWrittenLast)
 TEST_F(LineOutputRing, StartsAtTheFirstFileWhenTheLastOneLiesBehindTheRing)
 {
     m_output.setMaxFiles(2);
+    m_output.setMaxLinesPerFile(3);
     addOldFile("app_0.txt", "old 0\n");
-    addOldFile("app_1.txt", "old 1\n");
-    addOldFile("app_2.txt", "old 2\n");
+    addOldFile("app_1.txt", "");
+    addOldFile("app_2.txt", "old 2\nold 2\n");
 
     useRing();
-    printAndWrite("new\n");
+    printAndWrite("new\nnew\nnext\n");
 
-    EXPECT_EQ(m_output.getCurrentFileName(), m_folder.file("app_0.txt"));
-    EXPECT_EQ(m_folder.read("app_0.txt"), "old 0\nnew\n");
+    EXPECT_EQ(m_folder.read("app_0.txt"), "old 0\nnew\nnew\n") << "its own lines are counted";
+    EXPECT_EQ(m_folder.read("app_1.txt"), "next\n");
+    EXPECT_EQ(m_folder.read("app_2.txt"), "old 2\nold 2\n");
 }
 
 TEST_F(LineOutputRing, LeavesTheLineCountAloneWhenNoRingExists)
@@ -104,6 +116,43 @@ TEST_F(LineOutputRing, EmptiesAnExistingRingWhenTheOutputBeforeItWasNew)
     printAndWrite("new\n");
 
     EXPECT_EQ(m_folder.read("app_0.txt"), "new\n");
+}
+
+TEST_F(LineOutputRing, KeepsItsLineCountWhileTheConsoleIsTheOutput)
+{
+    m_output.setMaxLinesPerFile(3);
+    m_output.SetFileName(m_folder.file("former"));
+    printAndWrite("1\n2\n");
+
+    m_output.SetFileName("console");
+    useRing();
+    printAndWrite("3\n");
+
+    EXPECT_EQ(m_output.getCurrentFileName(), m_folder.file("app_1.txt"));
+}
+
+TEST_F(LineOutputRing, KeepsItsWishToEmptyTheFileWhileTheConsoleIsTheOutput)
+{
+    m_folder.write("app_0.txt", "old\n");
+    m_output.SetFileName(m_folder.file("former"));
+
+    m_output.SetFileName("console");
+    useRing();
+    printAndWrite("new\n");
+
+    EXPECT_EQ(m_folder.read("app_0.txt"), "new\n");
+}
+
+TEST_F(LineOutputRing, KeepsItsIndexWhileTheConsoleIsTheOutput)
+{
+    addOldFile("app_0.txt", "old\n");
+    addOldFile("app_1.txt", "old\n");
+    useRing();
+
+    m_output.SetFileName("console");
+    m_output.UpdateFileName();
+
+    EXPECT_EQ(m_output.getCurrentFileName(), "console_1.txt");
 }
 
 TEST_F(LineOutputRing, TakesTheNextFileWhenTheLineCountIsReached)

@@ -1,6 +1,7 @@
 #include "JoinedOutputs.h"
 #include "Logger.h"
 #include "LoggerConfigFileParser.h"
+#include "ProcessThreads.h"
 #include "TemporaryFolder.h"
 #include "WrittenFile.h"
 
@@ -187,11 +188,13 @@ TEST_F(LoggerConfigFile, IsASyntaxErrorWhenItIsBinary)
 TEST_F(LoggerConfigFile, ActsOnThePublishedLogAlone)
 {
     Logger other;
+    const std::ptrdiff_t before = threadsOfTheProcess();
 
     other.ReadConfigFile(m_folder.write("logger.cfg", "LOG_SET_FILE_NAME app\nLOG_ON\n").c_str());
 
     EXPECT_FALSE(other.isActive());
     EXPECT_TRUE(m_logger.isActive());
+    EXPECT_EQ(threadsOfTheProcess(), before) << "the log that reads stays inactive";
 }
 
 TEST_F(LoggerConfigFile, IsParsedWithoutInitializingTheLog)

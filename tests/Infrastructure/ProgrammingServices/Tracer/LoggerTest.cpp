@@ -302,6 +302,26 @@ TEST(Logger, IsReplacedByAnotherThatIsPublished)
     EXPECT_EQ(Logger::GetInstance(), &second);
 }
 
+TEST(Logger, IsNoLongerReachedAfterItsDestruction)
+{
+    {
+        Logger logger;
+        Logger::SetInstance(&logger);
+    }
+
+    EXPECT_EQ(Logger::GetInstance(), nullptr);
+}
+
+TEST(Logger, StaysReachedWhenAnotherIsDestroyed)
+{
+    Logger logger;
+    Logger::SetInstance(&logger);
+
+    Logger().setActive(true);
+
+    EXPECT_EQ(Logger::GetInstance(), &logger);
+}
+
 TEST(Logger, ReportsAViolationWhenNullIsPublished)
 {
     EXPECT_CRASH_REPORT(
