@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <mutex>
 
 #include <unistd.h>
 
@@ -17,12 +18,12 @@ namespace {
 
 constexpr unsigned int c_reportSeconds = 5;
 
-std::atomic<bool> reporting = false;
+std::atomic<bool> s_reporting = false;
 
 // From here on any signal ends the process, the alarm too; so none may stay blocked here.
 void endAtOnceOnAnotherSignal()
 {
-    if (reporting.exchange(true))
+    if (s_reporting.exchange(true))
         _exit(EXIT_SUCCESS);
     alarm(c_reportSeconds);
     sigset_t none{};
@@ -40,14 +41,14 @@ std::map<std::string, std::string>& KFExceptionHandler::m_ExceptParams =
 
 KFExceptionHandler* KFExceptionHandler::GetInstance()
 {
-    static auto* const instance = new KFExceptionHandler;
-    return instance;
+    static std::once_flag s_created;
+    std::call_once(s_created, [] { m_globalHandler = new KFExceptionHandler; });
+    return m_globalHandler;
 }
 
 KFExceptionHandler::KFExceptionHandler()
 {
     CallMarker marker("KFExceptionHandler", "KFExceptionHandler::constructor", true, this);
-    m_globalHandler = this;
     for (const char* const key : {"Code", "Name", "Description", "InFile", "AtLine"})
         m_ExceptParams[key] = "";
     m_action.sa_handler = &KFExceptionHandler::onHostSignal;
@@ -87,7 +88,8 @@ void KFExceptionHandler::crashHandlerSignalFilter(int signal)
         tracer->PrintAllObjectsCount();
     }
     tellListeners(message);
-    Diagnostics::drainAtExit();
+    // Not left to an exit handler: another one may fault or hang before its turn.
+    Diagnostics::drain();
     std::exit(EXIT_SUCCESS);
 }
 

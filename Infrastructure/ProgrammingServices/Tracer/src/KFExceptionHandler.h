@@ -10,10 +10,11 @@ class KFExceptionListener;
 
 /// Turns a crash or a contract violation into a last report, then ends the process with status 0.
 ///
-/// The one instance installs one handler for every signal of the program's set; a violation raises
-/// such a signal. The report (the message, the open calls of all threads, the live objects) is
-/// traced on the thread that received the signal, told to the listeners, and written out. A second
-/// signal meanwhile, on any thread, or a report of more than five seconds ends the process at once.
+/// The one instance installs one handler for the signals of the program's set: not for 28, and in
+/// vain for 9 and 17, which cannot be caught. A violation raises such a signal. The report (the
+/// message, the open calls of all threads, the live objects) is traced on the thread that received
+/// the signal, told to the listeners, and written out. A second signal meanwhile, on any thread, or
+/// a report of more than five seconds ends the process at once.
 ///
 /// The report uses ordinary calls, as the tracer does, not only those that a signal handler may
 /// use: a crash inside the allocator may therefore end in silence, but within the five seconds.

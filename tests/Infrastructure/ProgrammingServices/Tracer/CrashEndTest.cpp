@@ -2,6 +2,7 @@
 #include "Console.h"
 #include "Contract.h"
 #include "CrashReport.h"
+#include "Diagnostics.h"
 #include "KFThread.h"
 #include "Logger.h"
 #include "PublishedTracer.h"
@@ -42,12 +43,39 @@ protected:
     }
 };
 
+/// The whole trace of a SIGTERM that met the thread "child" outside any call.
+std::string reportOfTheChild()
+{
+    return "[<id>][child          ]SIGNAL_FILTER\n"
+           "[<id>][child          ]  >> [E] SIGNAL_SOTWARE_TERMINATION\n"
+           "\n-------------- CALLSTACK --------------\n"
+           "[<id>][child          ]    [1] SIGNAL_FILTER\n"
+           "---------------------------------------\n"
+           "\n-------------- OBJECT(S) COUNT --------------\n"
+           "Class = KFExceptionHandler            , count = 000001\n"
+           "---------------------------------------------\n";
+}
+
 int linesBeforeTheCrash = 0;
+thread_local bool crashAtTheNextMutex = false;
 
 void waitForEver()
 {
     while (true)
         pause();
+}
+
+/// A report of the thread "child" with an exit handler that runs before the one that drains.
+void reportBefore(void (*exitHandler)(), PublishedTracer& tracer)
+{
+    tracer->setSynchronous(false);
+    tracer->TraceTheCall("-KFExceptionHandler*");
+    tracer->BeginningOfThread("child");
+    KFExceptionHandler::GetInstance();
+    Diagnostics::drainAtExit();
+    std::atexit(exitHandler);
+    tracer->PrintString("pending\n");
+    raise(SIGTERM);
 }
 
 void closeReaderOfStandardOutput()
@@ -77,6 +105,15 @@ int __wrap_fputs(const char* text, std::FILE* stream)
     if (linesBeforeTheCrash > 0 && --linesBeforeTheCrash == 0)
         raise(SIGTERM);
     return __real_fputs(text, stream);
+}
+
+int __real_pthread_mutex_lock(pthread_mutex_t* mutex);
+
+int __wrap_pthread_mutex_lock(pthread_mutex_t* mutex)
+{
+    if (std::exchange(crashAtTheNextMutex, false))
+        raise(SIGTERM);
+    return __real_pthread_mutex_lock(mutex);
 }
 // NOLINTEND(bugprone-reserved-identifier)
 }
@@ -108,15 +145,7 @@ TEST_F(CrashEnd, TellsTheListenersWhenTheReportIsTracedToItsEnd)
             reportAnd([&tracer] { Console::writeError(tracer.linesOfAllThreads()); });
         },
         testing::ExitedWithCode(0),
-        testing::Eq("[<id>][child          ]SIGNAL_FILTER\n"
-                    "[<id>][child          ]  >> [E] SIGNAL_SOTWARE_TERMINATION\n"
-                    "\n-------------- CALLSTACK --------------\n"
-                    "[<id>][child          ]    [1] SIGNAL_FILTER\n"
-                    "---------------------------------------\n"
-                    "\n-------------- OBJECT(S) COUNT --------------\n"
-                    "Class = KFExceptionHandler            , count = 000001\n"
-                    "---------------------------------------------\n"
-                    "SIGNAL_SOTWARE_TERMINATION\n"));
+        testing::Eq(reportOfTheChild() + "SIGNAL_SOTWARE_TERMINATION\n"));
 }
 
 TEST_F(CrashEnd, SameSignalDuringTheReportEndsTheProcessAtOnce)
@@ -141,6 +170,17 @@ TEST_F(CrashEnd, SignalOnAnotherThreadDuringTheReportEndsTheProcessAtOnce)
     EXPECT_EXIT(
         reportAnd([] { std::thread([] { raise(SIGTERM); }).join(); }), testing::ExitedWithCode(0),
         testing::Eq(""));
+}
+
+TEST_F(CrashEnd, ReportHasFiveSeconds)
+{
+    EXPECT_EXIT(
+        reportAnd([] {
+            const unsigned int left = alarm(0);
+            if (left == 0 || left > 5)
+                Console::writeError(std::to_string(left) + " seconds left\n");
+        }),
+        testing::ExitedWithCode(0), testing::Eq("SIGNAL_SOTWARE_TERMINATION\n"));
 }
 
 TEST_F(CrashEnd, ReportThatDoesNotEndIsCutOff)
@@ -212,6 +252,63 @@ TEST_F(CrashEnd, WritesThePendingTraceAndLogLines)
     EXPECT_EQ(tracer.folder().read("log_0.txt"), "pending log\n");
 }
 
+TEST_F(CrashEnd, WritesTheReportAlsoWhenALaterExitHandlerFaults)
+{
+    PublishedTracer tracer;
+
+    EXPECT_EXIT(reportBefore([] { raise(SIGSEGV); }, tracer), testing::ExitedWithCode(0), "");
+
+    EXPECT_EQ(tracer.linesOfAllThreads(), "pending\n" + reportOfTheChild());
+}
+
+TEST_F(CrashEnd, WritesTheReportAlsoWhenALaterExitHandlerNeverReturns)
+{
+    PublishedTracer tracer;
+
+    EXPECT_EXIT(reportBefore(waitForEver, tracer), testing::ExitedWithCode(0), "");
+
+    EXPECT_EQ(tracer.linesOfAllThreads(), "pending\n" + reportOfTheChild());
+}
+
+TEST_F(CrashEnd, WritesThePendingLinesAndTheReportWhenASignalInterruptsAnOrdinaryEnd)
+{
+    PublishedTracer tracer;
+    tracer->setSynchronous(false);
+    tracer->TraceTheCall("-KFExceptionHandler*");
+
+    EXPECT_EXIT(
+        {
+            tracer->BeginningOfThread("child");
+            KFExceptionHandler::GetInstance();
+            Diagnostics::drainAtExit();
+            tracer->PrintString("first\n");
+            tracer->PrintString("second\n");
+            tracer->PrintString("third\n");
+            linesBeforeTheCrash = 2;
+            std::exit(3);
+        },
+        testing::ExitedWithCode(0), "");
+
+    EXPECT_EQ(tracer.linesOfAllThreads(), "first\nsecond\nthird\n" + reportOfTheChild());
+}
+
+TEST_F(CrashEnd, WritesWhatALaterExitHandlerTraces)
+{
+    PublishedTracer tracer;
+    tracer->setSynchronous(false);
+
+    EXPECT_EXIT(
+        {
+            KFExceptionHandler::GetInstance();
+            Diagnostics::drainAtExit();
+            std::atexit([] { Tracer::GetInstance()->PrintString("late\n"); });
+            raise(SIGTERM);
+        },
+        testing::ExitedWithCode(0), "");
+
+    EXPECT_THAT(tracer.lines(), testing::EndsWith("-----\nlate\n"));
+}
+
 TEST_F(CrashEnd, GivesUpLinesWhoseFileCannotBeOpened)
 {
     PublishedTracer tracer;
@@ -221,6 +318,31 @@ TEST_F(CrashEnd, GivesUpLinesWhoseFileCannotBeOpened)
     EXPECT_EXIT(
         Contract::require(false, "x", "F", 12), testing::ExitedWithCode(0),
         testing::Eq("Tracer : can't open " + tracer.folder().file("trace_0.txt") + "\n"));
+}
+
+TEST_F(CrashEnd, ReportsOnAThreadThatWaitsForTheMutexOfAFailedOpen)
+{
+    PublishedTracer tracer;
+    tracer->setSynchronous(false);
+    ASSERT_EQ(mkdir(tracer.folder().file("trace_0.txt").c_str(), 0700), 0);
+    Logger logger;
+    logger.SetFileName(tracer.folder().file("log"));
+    Logger::SetInstance(&logger);
+
+    EXPECT_EXIT(
+        {
+            CrashReport::printOnStandardError();
+            logger.PrintString("pending log\n");
+            std::thread([&tracer] { tracer->WriteOnFile(); }).join();
+            crashAtTheNextMutex = true;
+            tracer->PrintString("waits\n");
+        },
+        testing::ExitedWithCode(0),
+        testing::Eq(
+            "Tracer : can't open " + tracer.folder().file("trace_0.txt") +
+            "\nSIGNAL_SOTWARE_TERMINATION\n"));
+
+    EXPECT_EQ(tracer.folder().read("log_0.txt"), "pending log\n");
 }
 
 TEST_F(CrashEnd, GoesOnInTheFileOfThePassThatTheCrashInterrupted)

@@ -11,8 +11,11 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <latch>
 #include <map>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <sys/mman.h>
@@ -380,12 +383,19 @@ TEST(KFExceptionHandler, TracesNoMessageInACallThatTheFiltersHide)
 TEST(KFExceptionHandler, TracesNothingWhileTracingIsOff)
 {
     PublishedTracer tracer;
-    tracer->setActive(false);
+    tracer->TraceTheCall("-KFExceptionHandler*");
 
     EXPECT_EXIT(
-        handler()->throwException(0, "NAME", "text", "F", 12), testing::ExitedWithCode(0), "");
+        {
+            tracer->BeginningOfThread("child");
+            handler();
+            const CallMarker marker("f");
+            tracer->setActive(false);
+            handler()->throwException(0, "NAME", "text", "F", 12);
+        },
+        testing::ExitedWithCode(0), "");
 
-    EXPECT_EQ(tracer.linesOfAllThreads(), "");
+    EXPECT_EQ(tracer.linesOfAllThreads(), "[<id>][child          ]f\n");
 }
 
 TEST(KFExceptionHandler, ReportsOnTheThreadThatViolates)
@@ -408,6 +418,63 @@ TEST(KFExceptionHandler, ReportsOnTheThreadThatViolates)
         "\n-------------- OBJECT(S) COUNT --------------\n"
         "Class = KFExceptionHandler            , count = 000001\n"
         "---------------------------------------------\n");
+}
+
+TEST(KFExceptionHandler, ReportsTheOpenCallsOfEveryThread)
+{
+    PublishedTracer tracer;
+    tracer->TraceTheCall("-*");
+
+    EXPECT_EXIT(
+        {
+            tracer->BeginningOfThread("child");
+            const CallMarker marker("waiting");
+            violateInWorker();
+        },
+        testing::ExitedWithCode(0), "");
+
+    const std::string waiting = "\n-------------- CALLSTACK --------------\n"
+                                "[<id>][child          ]    [1] waiting\n"
+                                "---------------------------------------\n";
+    const std::string violating = "\n-------------- CALLSTACK --------------\n"
+                                  "[<id>][worker         ]    [2] SIGNAL_FILTER\n"
+                                  "[<id>][worker         ]    [1] working\n"
+                                  "---------------------------------------\n";
+    const std::string objects = "\n-------------- OBJECT(S) COUNT --------------\n"
+                                "Class = KFExceptionHandler            , count = 000001\n"
+                                "---------------------------------------------\n";
+    EXPECT_THAT(
+        tracer.linesOfAllThreads(),
+        testing::AnyOf(waiting + violating + objects, violating + waiting + objects))
+        << "in the order of the thread ids";
+}
+
+TEST(KFExceptionHandler, IsMadeOnceForManyThreads)
+{
+    constexpr int threadCount = 16;
+    PublishedTracer tracer;
+    tracer->setMsgTypeMask(0);
+
+    EXPECT_EXIT(
+        {
+            std::latch begun(threadCount + 1);
+            // Nobody gets far in making one before all have begun to.
+            tracer->getMutex().acquire();
+            std::vector<std::thread> threads;
+            for (int thread = 0; thread < threadCount; ++thread)
+                threads.emplace_back([&begun] {
+                    begun.arrive_and_wait();
+                    handler();
+                });
+            begun.arrive_and_wait();
+            tracer->getMutex().release();
+            for (std::thread& thread : threads)
+                thread.join();
+            _exit(7);
+        },
+        testing::ExitedWithCode(7), "");
+
+    EXPECT_EQ(tracer.linesOfAllThreads(), "[<id>][<id>]KFExceptionHandler::constructor\n");
 }
 
 TEST(Contract, ThatHoldsDoesNothing)

@@ -38,6 +38,37 @@ protected:
     PublishedTracer m_tracer;
 };
 
+/// A thread "other" inside the call "waiting", for the time of a scope.
+class WaitingThread {
+public:
+    WaitingThread() { m_opened.get_future().wait(); }
+    ~WaitingThread()
+    {
+        m_finished.set_value();
+        m_thread.join();
+    }
+
+    WaitingThread(const WaitingThread&) = delete;
+    WaitingThread& operator=(const WaitingThread&) = delete;
+
+private:
+    void wait()
+    {
+        Tracer::GetInstance()->BeginningOfThread("other");
+        const CallMarker marker("waiting");
+        m_opened.set_value();
+        m_finished.get_future().wait();
+    }
+
+    std::promise<void> m_opened;
+    std::promise<void> m_finished;
+    std::thread m_thread{&WaitingThread::wait, this};
+};
+
+constexpr const char* STACK_OF_THE_OTHER = "\n-------------- CALLSTACK --------------\n"
+                                           "[<id>][other          ]    [1] waiting\n"
+                                           "---------------------------------------\n";
+
 /// With the column of count and address.
 class ThreadTracerObjects : public ThreadTracerTest {
 protected:
@@ -298,6 +329,18 @@ TEST_F(ThreadTracerObjects, ExitLineOfAConstructorHasTheAddressAndNotTheCount)
                           "[<id>][test           ][     ][0x10      ]  <- A::constructor\n");
 }
 
+TEST_F(ThreadTracerObjects, ExitLineOfAMethodHasTheAddressOfItsObject)
+{
+    m_tracer->setPrintExit(true);
+    {
+        const CallMarker marker("A::f", at(0x1234abcd));
+    }
+
+    EXPECT_EQ(
+        m_tracer.lines(), "[<id>][test           ][     ][0x1234abcd]A::f\n"
+                          "[<id>][test           ][     ][0x1234abcd]  <- A::f\n");
+}
+
 TEST_F(ThreadTracerObjects, ExitLineWithoutObjectHasABlankColumn)
 {
     m_tracer->setPrintExit(true);
@@ -363,22 +406,25 @@ TEST_F(ThreadTracerTest, EmptyStackIsNotPrinted)
 TEST_F(ThreadTracerTest, StackOfAnotherThreadHasItsNameAndTheIdOfThePrinter)
 {
     m_tracer->TraceTheCall("-*");
-    std::promise<void> opened;
-    std::promise<void> printed;
-    std::thread other([this, &opened, &printed] {
-        m_tracer->BeginningOfThread("other");
-        const CallMarker marker("waiting");
-        opened.set_value();
-        printed.get_future().wait();
-    });
-    opened.get_future().wait();
+    const WaitingThread other;
 
     m_tracer->PrintStacks();
-    printed.set_value();
-    other.join();
 
-    EXPECT_EQ(
-        m_tracer.lines(), "\n-------------- CALLSTACK --------------\n"
-                          "[<id>][other          ]    [1] waiting\n"
-                          "---------------------------------------\n");
+    EXPECT_EQ(m_tracer.lines(), STACK_OF_THE_OTHER);
+}
+
+TEST_F(ThreadTracerTest, StacksOfAllThreadsArePrinted)
+{
+    m_tracer->TraceTheCall("-*");
+    const WaitingThread other;
+    const CallMarker marker("own");
+
+    m_tracer->PrintStacks();
+
+    const std::string own = "\n-------------- CALLSTACK --------------\n"
+                            "[<id>][test           ]    [1] own\n"
+                            "---------------------------------------\n";
+    EXPECT_THAT(
+        m_tracer.lines(), testing::AnyOf(own + STACK_OF_THE_OTHER, STACK_OF_THE_OTHER + own))
+        << "in the order of the thread ids";
 }
