@@ -96,6 +96,14 @@ bool Logger::logs(LoggerMsgType type) const
     return m_active && (m_levelMask & static_cast<std::uint32_t>(type)) != 0;
 }
 
+void Logger::writeInBackground()
+{
+    if (!acquireInBoundedTime())
+        return;
+    WriteOnFile();
+    m_mutex.release();
+}
+
 void Logger::PrintMsg(LoggerMsgType type, const char* format, ...)
 {
     std::va_list arguments;

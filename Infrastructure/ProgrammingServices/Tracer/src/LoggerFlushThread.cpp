@@ -17,7 +17,7 @@ void LoggerFlushThread::run()
         sleep(1);
         m_mutex.acquire();
         if (m_logger != nullptr)
-            m_logger->WriteOnFile();
+            m_logger->writeInBackground();
         m_mutex.release();
     }
 }

@@ -12,7 +12,8 @@ class LoggerFlushThread : public KFThread {
 public:
     explicit LoggerFlushThread(Logger* logger);
 
-    /// Returns when no write pass is under way; none follows.
+    /// Returns when no write pass is under way; none follows. A pass waits for the log's mutex for
+    /// a second at most, so that a thread that never releases it may call this, too.
     void forgetLogger();
 
     void run() override;

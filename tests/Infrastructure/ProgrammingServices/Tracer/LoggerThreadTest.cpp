@@ -1,4 +1,5 @@
 #include "CallMarker.h"
+#include "ContendedMutex.h"
 #include "Logger.h"
 #include "LoggerFlushThread.h"
 #include "ProcessThreads.h"
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <future>
 #include <memory>
 #include <optional>
 #include <regex>
@@ -25,6 +27,12 @@ class TracedFlushThread : public LoggerFlushThread {
 public:
     TracedFlushThread() : LoggerFlushThread(nullptr) {}
     void run() override { const CallMarker marker("run"); }
+};
+
+/// A log whose mutex the test may hold.
+class HeldLogger : public Logger {
+public:
+    using Logger::m_mutex;
 };
 
 /// Returns when every background thread that runs already has had the time of a pass: another log's
@@ -144,6 +152,23 @@ TEST(LoggerFlushThread, SurvivesItsLogAndWritesForItNoMore)
     EXPECT_FALSE(logger->areAllMsgFlushed());
     EXPECT_EQ(folder.read("app_0.txt"), "");
     EXPECT_EQ(threadsOfTheProcess(), before + 1) << "the one that was waited for, too";
+}
+
+TEST(LoggerFlushThread, LetsItsLogGoWhileAnotherThreadKeepsTheMutexOfTheLog)
+{
+    HeldLogger logger;
+    logger.SetFileName("msvc");
+    // Never destroyed: it never ends.
+    static LoggerFlushThread& thread = *std::make_unique<LoggerFlushThread>(&logger).release();
+    logger.m_mutex.acquire();
+    thread.start();
+    waitUntilWaitedFor(logger.m_mutex);
+
+    const auto forgotten = std::async(std::launch::async, [] { thread.forgetLogger(); });
+    const std::future_status status = forgotten.wait_for(std::chrono::seconds(30));
+    logger.m_mutex.release();
+
+    EXPECT_EQ(status, std::future_status::ready);
 }
 
 class LoggerThreads : public testing::TestWithParam<bool> {};
