@@ -5,9 +5,9 @@
 
 /// Formats the messages of the tracer and of the logger as printf does, up to a fixed length.
 ///
-/// A message is formatted into 2048 bytes and, when it needs more, a second time into 20000; what
-/// is longer still is cut there and marked " ...". A message of exactly 2048 or 20000 characters
-/// loses its last one, unmarked: kept. Any thread may call it.
+/// A message is formatted into 2048 bytes and, when it is longer, a second time into 20000, the NUL
+/// included; one of more than 20000 characters holds 19999 of them and then " ...". A message of
+/// exactly 2048 or 20000 characters loses its last one, unmarked: kept. Any thread may call it.
 class MessageFormatter {
 public:
     static std::string format(const char* format, va_list arguments)
