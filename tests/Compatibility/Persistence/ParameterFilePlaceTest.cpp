@@ -5,6 +5,7 @@
 #include "PrivateDataFolders.h"
 
 #include <filesystem>
+#include <system_error>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -19,6 +20,12 @@ namespace {
 template<typename Store>
 class ParameterFilePlace : public testing::Test {
 protected:
+    ~ParameterFilePlace() override
+    {
+        std::error_code ignored;
+        fs::permissions(scopeFolder(), fs::perms{0700}, ignored);
+    }
+
     std::string path() const { return folders.user().file(Store::FILE_NAME); }
     std::string content() const { return folders.user().read(Store::FILE_NAME); }
     std::string scopeFolder() const { return folders.user().file("Pelora/scope"); }
@@ -87,7 +94,7 @@ TYPED_TEST(ParameterFilePlace, OfAFifoIsRefusedWithoutWaiting)
 
 TYPED_TEST(ParameterFilePlace, InAnUnwritableFolderTakesNoNewFile)
 {
-    this->openToOthers(0755);
+    this->openToOthers(0555);
 
     EXPECT_TRUE(asOrdinaryUser([this] {
         const bool written = this->store.write("a", "1");
@@ -101,7 +108,8 @@ TYPED_TEST(ParameterFilePlace, InAnUnwritableFolderTakesNoNewFile)
 TYPED_TEST(ParameterFilePlace, InAnUnwritableFolderKeepsAnUnwritableFile)
 {
     this->store.write("a", "1");
-    this->openToOthers(0755);
+    fs::permissions(this->path(), fs::perms{0444});
+    this->openToOthers(0555);
 
     EXPECT_TRUE(asOrdinaryUser([this] {
         const bool written = this->store.write("a", "2");
@@ -115,7 +123,7 @@ TYPED_TEST(ParameterFilePlace, InAnUnwritableFolderKeepsAnUnwritableFile)
 TYPED_TEST(ParameterFilePlace, InAnUnwritableFolderIsThatOfAFileWhichCanBeWritten)
 {
     this->store.write("a", "1");
-    this->openToOthers(0755);
+    this->openToOthers(0555);
     fs::permissions(this->path(), fs::perms{0666});
 
     EXPECT_TRUE(asOrdinaryUser([this] { return this->store.write("a", "2"); }));
@@ -155,6 +163,7 @@ TYPED_TEST(ParameterFilePlace, OfAnUnreadableFileIsNotGivenToTheOneNewParameter)
 
     EXPECT_TRUE(asOrdinaryUser(
         [this] { return this->store.read("a") == std::nullopt && !this->store.write("b", "2"); }));
+    fs::permissions(this->path(), fs::perms{0600});
 
     EXPECT_EQ(this->content(), TypeParam::contentOf("a", "1"));
 }

@@ -175,6 +175,7 @@ TEST_F(DeleteFolder, PassesOverAFolderThatMayNotBeSearched)
     fs::create_directory(path("doomed/zlast"));
 
     EXPECT_TRUE(asOrdinaryUser([&] { return !deleteFolder("doomed", true); }));
+    fs::permissions(path("doomed/sub"), fs::perms{0700});
 
     EXPECT_TRUE(fs::exists(path("doomed/sub/deep/file")));
     EXPECT_FALSE(fs::exists(path("doomed/another")));
