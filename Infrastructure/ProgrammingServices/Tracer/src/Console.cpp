@@ -5,9 +5,19 @@
 #include <cerrno>
 #include <string>
 
+#include <poll.h>
 #include <unistd.h>
 
 namespace {
+
+// Waits for room where the stream's other users have made it one that does not wait.
+bool mayGoOn(int descriptor)
+{
+    if (errno != EAGAIN)
+        return errno == EINTR;
+    pollfd stream{.fd = descriptor, .events = POLLOUT, .revents = 0};
+    return poll(&stream, 1, -1) > 0 || errno == EINTR;
+}
 
 void write(int descriptor, std::string_view text)
 {
@@ -16,7 +26,7 @@ void write(int descriptor, std::string_view text)
         const ssize_t written = ::write(descriptor, text.data(), text.size());
         if (written > 0)
             text.remove_prefix(static_cast<std::size_t>(written));
-        else if (written == 0 || errno != EINTR)
+        else if (written == 0 || !mayGoOn(descriptor))
             return;
     }
 }

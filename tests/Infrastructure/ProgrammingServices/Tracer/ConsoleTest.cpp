@@ -2,10 +2,12 @@
 
 #include <array>
 #include <csignal>
+#include <functional>
 #include <string>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <unistd.h>
 
 namespace {
@@ -38,7 +40,7 @@ public:
 
     std::string read() const
     {
-        std::array<char, 256> text{};
+        std::array<char, 65536> text{}; // what a pipe holds at most
         const ssize_t count = ::read(m_ends[0], text.data(), text.size());
         return {text.data(), static_cast<std::size_t>(count)};
     }
@@ -71,7 +73,23 @@ void blockBrokenPipe(int how)
     pthread_sigmask(how, &set, nullptr);
 }
 
+/// What the stream's reader does while a writer waits for room.
+std::function<void()> readWhenFull;
+
 } // namespace
+
+extern "C" {
+// NOLINTBEGIN(bugprone-reserved-identifier): the names that the linker's --wrap gives
+int __real_poll(pollfd* streams, nfds_t count, int timeout);
+
+int __wrap_poll(pollfd* streams, nfds_t count, int timeout)
+{
+    if (readWhenFull)
+        readWhenFull();
+    return __real_poll(streams, count, timeout);
+}
+// NOLINTEND(bugprone-reserved-identifier)
+}
 
 TEST(Console, WritesALineToTheStandardOutputAtOnce)
 {
@@ -111,6 +129,23 @@ TEST(Console, SurvivesAnErrorStreamThatNobodyReads)
 
     EXPECT_FALSE(isBrokenPipePending());
     EXPECT_FALSE(isBrokenPipeBlocked());
+}
+
+TEST(Console, WaitsForTheReaderOfAStreamThatDoesNotWaitItself)
+{
+    const PipedStream output(STDOUT_FILENO);
+    fcntl(STDOUT_FILENO, F_SETFL, O_NONBLOCK);
+    const int capacity = fcntl(STDOUT_FILENO, F_GETPIPE_SZ);
+    ASSERT_GT(capacity, 0);
+    const std::string text(3 * static_cast<std::size_t>(capacity), 'x');
+    std::string received;
+    readWhenFull = [&] { received += output.read(); };
+
+    Console::writeLine(text);
+
+    readWhenFull = nullptr;
+    received += output.read();
+    EXPECT_TRUE(received == text + "\n") << received.size() << " bytes";
 }
 
 TEST(Console, DropsWhatNobodyReads)
