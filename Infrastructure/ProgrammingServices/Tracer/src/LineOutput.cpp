@@ -176,6 +176,7 @@ bool LineOutput::changeFile()
     return m_file != nullptr;
 }
 
+// By the wall clock: the thread sanitizer does not know pthread_mutex_clocklock().
 bool LineOutput::acquireInBoundedTime()
 {
     std::timespec deadline{};

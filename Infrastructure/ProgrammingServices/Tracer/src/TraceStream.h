@@ -6,8 +6,9 @@
 
 class CallMarker;
 
-/// A trace message built with stream insertions: TraceStream(TraceMsgType::D, marker) << "key " <<
-/// n;
+/// A trace message built with stream insertions:
+///
+///     TraceStream(TraceMsgType::D, marker) << "key " << number;
 ///
 /// Its destructor writes the text inside the call of the marker, which it must not outlive, under
 /// the conditions of any message.

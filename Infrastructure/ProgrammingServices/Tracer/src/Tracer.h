@@ -18,8 +18,8 @@ class TracerFlushThread;
 /// The process-wide call tracer: which calls and messages are written, and how the lines look.
 ///
 /// Created inactive and published once; the published one lives as long as the process. Options,
-/// filters and output are set before it is made active. Any thread may call; the output's mutex
-/// guards everything. Each thread is registered under its name at its first traced call.
+/// filters and output may change at any time. Any thread may call; the output's mutex guards
+/// everything. Each thread is registered under its name at its first traced call.
 class Tracer : public LineOutput {
 public:
     Tracer();
@@ -37,7 +37,7 @@ public:
     void ReadConfigFile(const char* fileName);
 
     /// Ends the process with status 1 when no file name was set; otherwise starts the background
-    /// thread that writes the pending lines, unless synchronous. To be called once, when active.
+    /// thread that writes the pending lines, one however often this is called, unless synchronous.
     void Initialize();
     /// Switches tracing off and writes what is pending; never returns when the file cannot be
     /// opened, unlike drain().

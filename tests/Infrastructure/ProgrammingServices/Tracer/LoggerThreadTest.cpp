@@ -1,3 +1,4 @@
+#include "AskedSleep.h"
 #include "CallMarker.h"
 #include "ContendedMutex.h"
 #include "Logger.h"
@@ -107,6 +108,17 @@ TEST(LoggerFlushThread, HasNoNameInTraces)
     thread.stop();
 
     EXPECT_EQ(tracer.linesOfAllThreads(), "[<id>][<id>]run\n") << "named by its number";
+}
+
+TEST(LoggerFlushThread, SleepsASecond)
+{
+    const TemporaryFolder folder;
+    Logger logger;
+    logger.SetFileName(folder.file("app"));
+
+    logger.Initialize();
+
+    EXPECT_EQ(nextAskedSleep(), std::chrono::seconds(1));
 }
 
 TEST(LoggerFlushThread, IsOneThreadForALog)

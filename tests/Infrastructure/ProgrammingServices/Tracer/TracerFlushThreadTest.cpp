@@ -1,5 +1,6 @@
 #include "TracerFlushThread.h"
 
+#include "AskedSleep.h"
 #include "CallMarker.h"
 #include "ProcessThreads.h"
 #include "PublishedTracer.h"
@@ -39,6 +40,23 @@ TEST_F(TracerFlushThreadTest, WritesPendingLinesNoEarlierThanAfterASecondAndAgai
     m_tracer->PrintString("second\n");
     waitUntilWritten(*Tracer::GetInstance(), written);
     EXPECT_EQ(m_tracer.lines(), "first\nsecond\n");
+}
+
+TEST_F(TracerFlushThreadTest, SleepsASecond)
+{
+    m_tracer->Initialize();
+
+    EXPECT_EQ(nextAskedSleep(), std::chrono::seconds(1));
+}
+
+TEST_F(TracerFlushThreadTest, IsOneThreadForATracer)
+{
+    m_tracer->Initialize();
+    const std::ptrdiff_t before = threadsOfTheProcess();
+
+    m_tracer->Initialize();
+
+    EXPECT_EQ(threadsOfTheProcess(), before);
 }
 
 TEST_F(TracerFlushThreadTest, IsNotStartedWhenSynchronous)
