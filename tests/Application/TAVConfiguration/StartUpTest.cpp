@@ -101,11 +101,12 @@ protected:
     }
 
     /// Log and trace of the start-up's own call go to files in the log folder.
-    void writeToFiles(const std::string& more)
+    void writeToFiles(const std::string& more, const std::string& moreOfTheLog = "")
     {
         traceStartUp("TRACE_SET_FILE_NAME trace\n" + more);
         probe.folder().write(
-            "logger.cfg", "LOG_ON\nLOG_SET_MSG_FILTER LOG_LEVEL_0\nLOG_SET_FILE_NAME log\n");
+            "logger.cfg",
+            "LOG_ON\nLOG_SET_MSG_FILTER LOG_LEVEL_0\nLOG_SET_FILE_NAME log\n" + moreOfTheLog);
     }
     std::string logFile() const { return probe.home().read("Pelora/{CODE}/Logs/log_0.txt"); }
     std::string traceFile() const { return probe.home().read("Pelora/{CODE}/Logs/trace_0.txt"); }
@@ -297,7 +298,7 @@ TEST_F(StartUpTest, KeepsTheNameThatAnEarlierCallGaveTheMainThread)
     const auto outcome = probe.run();
 
     EXPECT_THAT(outcome.output, testing::ContainsRegex("\\[th_[0-9]+ +\\]TavConfiguration::Main\n"))
-        << "calls of the identity card were traced before the thread got its name";
+        << "the call that publishes the log was recorded before the thread got its name";
 }
 
 TEST_F(StartUpTest, SetsUpTheTracerBeforeTheLog)
@@ -471,7 +472,8 @@ TEST_F(StartUpTest, WritesLogAndTraceIntoTheLogFolder)
 
 TEST_F(StartUpTest, EndsAndWritesTheTraceWhenTheLogCannotBeOpened)
 {
-    writeToFiles("TRACE_CALL_EXIT\n");
+    // At once, so that the failed attempts are those of the thread that holds the file then.
+    writeToFiles("TRACE_CALL_EXIT\n", "LOG_MUST_FLUSH\n");
     fs::create_directories(probe.logFolder() + "/log_0.txt");
 
     const auto outcome = probe.run({"--adminRights"});
@@ -484,7 +486,8 @@ TEST_F(StartUpTest, EndsAndWritesTheTraceWhenTheLogCannotBeOpened)
 
 TEST_F(StartUpTest, EndsAndWritesTheLogWhenTheTraceCannotBeOpened)
 {
-    writeToFiles("");
+    // At once, as above.
+    writeToFiles("TRACE_MUST_FLUSH\n");
     fs::create_directories(probe.logFolder() + "/trace_0.txt");
 
     const auto outcome = probe.run({"--adminRights"});
