@@ -15,6 +15,17 @@ from desktop import wait_for
 PROMPT = b"Password: "
 
 
+def _python(script):
+    """The command of a script beside this one, whose text is read now: the ordinary user may not be
+    able to read it, and the machine may soon cover its folder."""
+    text = pathlib.Path(__file__).with_name(script).read_text(encoding="utf-8")
+    return [sys.executable, "-c", text]
+
+
+SESSION_TEXT_AGENT = _python("session_text_agent.py")
+DISMISSING_AGENT = _python("dismissing_agent.py")
+
+
 class SessionAgent:
     """The agent of the user's session, on a terminal, where every question gets the same answer."""
 
@@ -46,7 +57,7 @@ class SessionAgent:
         self._reader.join()
 
     def _command(self, _process, descriptor):
-        return [*_python("session_text_agent.py"), private_machine.SESSION, descriptor]
+        return [*SESSION_TEXT_AGENT, private_machine.SESSION, descriptor]
 
     def _answer(self):
         answered = 0
@@ -78,15 +89,9 @@ class DismissingAgent:
 
     def __init__(self, _machine, process):
         self._agent = private_machine.as_user(
-            [*_python("dismissing_agent.py"), str(process)], stdout=subprocess.PIPE, text=True)
+            [*DISMISSING_AGENT, str(process)], stdout=subprocess.PIPE, text=True)
         assert self._agent.stdout.readline() == "registered\n"
 
     def end(self):
         self._agent.terminate()
         self._agent.communicate()
-
-
-def _python(script):
-    """Runs a script beside this one, which the ordinary user may not be able to read."""
-    text = pathlib.Path(__file__).with_name(script).read_text(encoding="utf-8")
-    return [sys.executable, "-c", text]
