@@ -56,8 +56,7 @@ class Machine:
         self.prefix = FOLDER / prefix
         self.program_folder = self.prefix / "lib/tavconfiguration"
         self.program = self.program_folder / "TavConfiguration"
-        subprocess.run([cmake, "--install", build, "--prefix", self.prefix], check=True,
-                       stdout=subprocess.DEVNULL)
+        self._install(cmake, build)
         self.grant_probe, self.close_window, self.admit_user, self.fake_elevator = (
             pathlib.Path(shutil.copy(pathlib.Path(build, "tests", name), FOLDER))
             for name in ("PolkitGrantProbe", "CloseWindow", "AdmitUser", "FakeElevator"))
@@ -65,6 +64,15 @@ class Machine:
         self._leave_environments_empty()
         self._make_login_session()
         self._make_folders_private()
+
+    def _install(self, cmake, build):
+        """Under the component that all belongs to, for the sake of the list that an installation
+        leaves in the build: it has another name then than the one of the build's owner."""
+        component = "Unspecified"
+        subprocess.run(
+            [cmake, "--install", build, "--prefix", self.prefix, "--component", component],
+            check=True, stdout=subprocess.DEVNULL)
+        pathlib.Path(build, f"install_manifest_{component}.txt").unlink(missing_ok=True)
 
     def _make_users(self):
         copies = {name: pathlib.Path("/etc", name).read_text() for name in
