@@ -1,3 +1,4 @@
+#include "AccessibilityBus.h"
 #include "AuthorizationFailure.h"
 #include "DetachedStandardError.h"
 #include "DisplayCookie.h"
@@ -205,6 +206,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(StartUpCalls, CountEachObjectFromConstructorToDestructor)
 {
+    expectCounted("AccessibilityBus", [] { return std::make_unique<AccessibilityBus>(nullptr); });
     expectCounted(
         "DetachedStandardError", [] { return std::make_unique<DetachedStandardError>(); });
     expectCounted("GrantingAuthorizationServices", [] {
@@ -290,7 +292,8 @@ TEST_F(StartUpCalls, OfTheFirstInstanceAreMarkedFromTheFirstOne)
         IsSupersetOf(
             {"InheritedState::takeBack", "initTracesAndLogs", "  makeLogFolder", "  publish",
              "  publish", "  logIdentity", "TavConfiguration::Main", "  loadTexts",
-             "  logArguments", "  isElevatedInstance", "  administratorRights"}));
+             "  logArguments", "  isElevatedInstance", "  askAndRelaunch",
+             "    administratorRights", "    relaunch"}));
 }
 
 TEST_F(StartUpCalls, OfTheElevatedInstanceAreMarkedInsideItsRun)

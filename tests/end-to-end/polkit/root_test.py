@@ -85,11 +85,13 @@ class Root(RootScenario):
         self.assertNotIn("CALLSTACK", self.trace("root"))
 
     def test_missing_display_is_told_in_plain_words(self):
+        self.machine.write_beside_program(
+            "tracer.cfg", TRACE + "TRACE_THE_CALL endWithoutDisplay\n")
         process = self.start("--adminRights", DISPLAY="")
 
         self.assertEqual(process.wait(PATIENCE), 1)
         self.assertTrue(self.errors.read_text().endswith(NO_DISPLAY), self.errors.read_text())
-        self.assertNotIn("CALLSTACK", self.trace("root"))
+        self.assertRegex(self.trace("root"), r"\]  endWithoutDisplay\n$")
         self.assertIn("Process has kAuthorizationRightExecute right\n", self.log("root"))
 
 

@@ -1,5 +1,7 @@
 #include "Utf8Text.h"
 
+#include "CallMarker.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -65,6 +67,7 @@ std::size_t characterLength(std::string_view text)
 
 bool Utf8Text::isWellFormed(std::string_view text)
 {
+    CallMarker marker("Utf8Text::isWellFormed");
     while (!text.empty()) {
         const std::size_t length = characterLength(text);
         if (length == 0)
@@ -76,6 +79,7 @@ bool Utf8Text::isWellFormed(std::string_view text)
 
 std::string_view Utf8Text::takeLine(std::string_view& rest)
 {
+    CallMarker marker("Utf8Text::takeLine");
     for (std::size_t end = 0; end < rest.size(); ++end) {
         const std::string_view tail = rest.substr(end);
         for (const std::string_view terminator : lineTerminators) {
@@ -93,6 +97,7 @@ std::string_view Utf8Text::takeLine(std::string_view& rest)
 
 std::string_view Utf8Text::trim(std::string_view text)
 {
+    CallMarker marker("Utf8Text::trim");
     const auto spaceAtStart = [&](std::string_view space) { return text.starts_with(space); };
     const auto spaceAtEnd = [&](std::string_view space) { return text.ends_with(space); };
 
@@ -108,6 +113,7 @@ std::string_view Utf8Text::trim(std::string_view text)
 
 std::string Utf8Text::replaceAll(std::string_view text, std::string_view from, std::string_view to)
 {
+    CallMarker marker("Utf8Text::replaceAll");
     std::string result;
     while (!from.empty()) {
         const std::size_t found = text.find(from);

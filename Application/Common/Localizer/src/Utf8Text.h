@@ -3,8 +3,7 @@
 #include <string>
 #include <string_view>
 
-/// Looks at UTF-8 text, where white space and line ends are Unicode's. A toolbox called for every
-/// character: it opens no call markers.
+/// Looks at UTF-8 text, where white space and line ends are Unicode's.
 namespace Utf8Text {
 
 /// False for overlong forms, surrogates, values above U+10FFFF, and sequences cut short.

@@ -5,6 +5,16 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 
+AccessibilityBus::AccessibilityBus(QObject* owner) : QObject(owner)
+{
+    CallMarker marker("AccessibilityBus", "AccessibilityBus::constructor", true, this);
+}
+
+AccessibilityBus::~AccessibilityBus()
+{
+    CallMarker marker("AccessibilityBus", "AccessibilityBus::destructor", false, this);
+}
+
 void AccessibilityBus::announce()
 {
     CallMarker marker("AccessibilityBus::announce");

@@ -11,6 +11,12 @@ class AccessibilityBus : public QObject {
     Q_CLASSINFO("D-Bus Interface", "org.a11y.Bus")
 
 public:
+    explicit AccessibilityBus(QObject* owner);
+    ~AccessibilityBus() override;
+
+    AccessibilityBus(const AccessibilityBus&) = delete;
+    AccessibilityBus& operator=(const AccessibilityBus&) = delete;
+
     /// Registers the service as soon as the application object exists, before the toolkit looks for
     /// it. To be called once, before that.
     static void announce();
@@ -18,7 +24,4 @@ public:
 public slots:
     /// The address of the process's session bus.
     QString GetAddress() const;
-
-private:
-    using QObject::QObject;
 };

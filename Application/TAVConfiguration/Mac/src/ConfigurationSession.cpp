@@ -28,6 +28,7 @@ std::optional<QTemporaryDir> s_runtimeFolder;
 /// The toolkit aborts when its start fails, which would look like a crash of the tool.
 void endWithoutDisplay(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
+    CallMarker marker("endWithoutDisplay");
     if (type != QtFatalMsg || !QCoreApplication::startingUp()) {
         s_formerHandler(type, context, text);
         return;

@@ -135,13 +135,14 @@ int runElevated(
     return runApplication(argc, argv);
 }
 
-/// The messages of the two functions below belong to the call that relaunches, and are traced in
-/// its marker.
+/// The messages of the two functions below are those of the main call, and are traced wherever that
+/// one is.
 void relaunch(
-    const CallMarker& marker, const char* program, AuthorizationServices& services,
+    const CallMarker& mainCall, const char* program, AuthorizationServices& services,
     Authorization& authorization)
 {
-    TAV_TRACE(marker, TraceMsgType::D, "Execute process %s %s", program, AdminRightsArg);
+    CallMarker marker("relaunch");
+    TAV_TRACE(mainCall, TraceMsgType::D, "Execute process %s %s", program, AdminRightsArg);
     // Started by root, both instances write to the same files: the first one's lines come first.
     Diagnostics::drain();
     const std::array<const char*, 2> arguments{AdminRightsArg, nullptr};
@@ -152,8 +153,10 @@ void relaunch(
         std::fclose(pipe);
 }
 
-void askAndRelaunch(const CallMarker& marker, const char* program, AuthorizationServices& services)
+void askAndRelaunch(
+    const CallMarker& mainCall, const char* program, AuthorizationServices& services)
 {
+    CallMarker marker("askAndRelaunch");
     TAV_LOG(
         LoggerMsgType::LEVEL_0,
         "Process was launched without %s argument, launch it with admin privileges...",
@@ -163,7 +166,7 @@ void askAndRelaunch(const CallMarker& marker, const char* program, Authorization
         services.AuthorizationCreate(nullptr, AuthorizationFlag::DEFAULTS, &authorization);
     if (status != AuthorizationStatus::success) {
         TAV_TRACE(
-            marker, TraceMsgType::D, "AuthorizationCreate failed with code %d",
+            mainCall, TraceMsgType::D, "AuthorizationCreate failed with code %d",
             static_cast<int>(status));
         return;
     }
@@ -172,10 +175,10 @@ void askAndRelaunch(const CallMarker& marker, const char* program, Authorization
                                            AuthorizationFlag::PREAUTHORIZE;
     status = services.AuthorizationCopyRights(*authorization, administratorRights(), ASK_AND_KEEP);
     if (status == AuthorizationStatus::success)
-        relaunch(marker, program, services, *authorization);
+        relaunch(mainCall, program, services, *authorization);
     else
         TAV_TRACE(
-            marker, TraceMsgType::D, "AuthorizationCopyRights failed with code %d",
+            mainCall, TraceMsgType::D, "AuthorizationCopyRights failed with code %d",
             static_cast<int>(status));
     services.AuthorizationFree(std::move(authorization), AuthorizationFlag::DEFAULTS);
 }

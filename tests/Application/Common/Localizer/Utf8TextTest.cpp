@@ -1,5 +1,7 @@
 #include "Utf8Text.h"
 
+#include "MarkedCalls.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -132,4 +134,14 @@ TEST(Utf8Text, ReplacesEveryOccurrenceOnce)
 TEST(Utf8Text, ReplacesNoEmptyText)
 {
     EXPECT_EQ(Utf8Text::replaceAll("abc", "", "X"), "abc");
+}
+
+TEST(Utf8Text, CallsAreMarked)
+{
+    std::string_view rest;
+
+    expectMarked("Utf8Text::isWellFormed", nullptr, [] { Utf8Text::isWellFormed(""); });
+    expectMarked("Utf8Text::takeLine", nullptr, [&] { Utf8Text::takeLine(rest); });
+    expectMarked("Utf8Text::trim", nullptr, [] { Utf8Text::trim(""); });
+    expectMarked("Utf8Text::replaceAll", nullptr, [] { Utf8Text::replaceAll("", "", ""); });
 }
