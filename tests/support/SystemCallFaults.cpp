@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <type_traits>
 #include <utility>
 
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 
 namespace {
 
@@ -127,6 +129,9 @@ int realUnlinkat(int folder, const char* name, int flags) __asm__("__real_unlink
 int realGetentropy(void* bytes, std::size_t size) __asm__("__real_getentropy");
 DIR* realFdopendir(int folder) __asm__("__real_fdopendir");
 dirent* realReaddir(DIR* listing) __asm__("__real_readdir");
+int realPipe2(int* ends, int flags) __asm__("__real_pipe2");
+FILE* realFdopen(int file, const char* mode) __asm__("__real_fdopen");
+pid_t realWaitpid(pid_t process, int* status, int options) __asm__("__real_waitpid");
 
 int openatCalled(int folder, const char* path, int flags, mode_t mode) __asm__("__wrap_openat");
 // What openat() is called in a hardened build.
@@ -148,6 +153,9 @@ int unlinkatCalled(int folder, const char* name, int flags) __asm__("__wrap_unli
 int getentropyCalled(void* bytes, std::size_t size) __asm__("__wrap_getentropy");
 DIR* fdopendirCalled(int folder) __asm__("__wrap_fdopendir");
 dirent* readdirCalled(DIR* listing) __asm__("__wrap_readdir");
+int pipe2Called(int* ends, int flags) __asm__("__wrap_pipe2");
+FILE* fdopenCalled(int file, const char* mode) __asm__("__wrap_fdopen");
+pid_t waitpidCalled(pid_t process, int* status, int options) __asm__("__wrap_waitpid");
 
 int openatCalled(int folder, const char* path, int flags, mode_t mode)
 {
@@ -239,6 +247,21 @@ DIR* fdopendirCalled(int folder)
 dirent* readdirCalled(DIR* listing)
 {
     return attempt({"readdir"}, realReaddir, listing);
+}
+
+int pipe2Called(int* ends, int flags)
+{
+    return attempt({"pipe2"}, realPipe2, ends, flags);
+}
+
+FILE* fdopenCalled(int file, const char* mode)
+{
+    return attempt({"fdopen"}, realFdopen, file, mode);
+}
+
+pid_t waitpidCalled(pid_t process, int* status, int options)
+{
+    return attempt({"waitpid"}, realWaitpid, process, status, options);
 }
 
 } // extern "C"

@@ -1,16 +1,20 @@
 #include "PrivilegedLauncher.h"
 
 #include "ScopedEnvironment.h"
+#include "SystemCallFaults.h"
 #include "TemporaryFolder.h"
 
 #include <array>
+#include <cerrno>
 #include <csignal>
+#include <filesystem>
 #include <memory>
 #include <optional>
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <linux/close_range.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -38,6 +42,23 @@ std::string readAll(std::FILE* output)
         text += part.data();
     return text;
 }
+
+/// The standard input of this process, for the time of a scope.
+class InputFrom {
+public:
+    explicit InputFrom(const std::string& file) : m_former(dup(STDIN_FILENO))
+    {
+        const FileDescriptor input(open(file.c_str(), O_RDONLY | O_CLOEXEC));
+        dup2(input.get(), STDIN_FILENO);
+    }
+    ~InputFrom() { dup2(m_former.get(), STDIN_FILENO); }
+
+    InputFrom(const InputFrom&) = delete;
+    InputFrom& operator=(const InputFrom&) = delete;
+
+private:
+    const FileDescriptor m_former;
+};
 
 } // namespace
 
@@ -72,7 +93,7 @@ protected:
     ScopedEnvironment answerVariable{"FAKE_ELEVATOR", "grant"};
     ScopedEnvironment recordVariable{"FAKE_ELEVATOR_RECORD", folder.file("record")};
     std::optional<PrivilegedLauncher> launcher{TAV_FAKE_ELEVATOR};
-    std::FILE* output = nullptr;
+    std::FILE* output = stdin; // which no launch must leave there
     std::string errors;
 };
 
@@ -102,6 +123,19 @@ TEST_F(PrivilegedLauncherTest, GivesBackTheOutputOfAProgramThatRuns)
 
 TEST_F(PrivilegedLauncherTest, ReturnsOnlyOnceTheElevatorHasDoneItsWork)
 {
+    answer("grant late");
+
+    launch("/bin/echo");
+
+    EXPECT_NE(folder.read("record"), "");
+    readAll(output);
+}
+
+TEST_F(PrivilegedLauncherTest, WaitsForTheElevatorAlsoWhereTheSystemHidesIt)
+{
+    const ScopedEnvironment hidden("FAKE_ELEVATOR_HIDDEN", "yes");
+    answer("grant late");
+
     launch("/bin/echo");
 
     EXPECT_NE(folder.read("record"), "");
@@ -139,6 +173,17 @@ TEST_F(PrivilegedLauncherTest, ExplainsARefusal)
 TEST_F(PrivilegedLauncherTest, ExplainsARefusalOfAnElevatorThatTakesItsTimeToEnd)
 {
     answer("refuse late");
+
+    EXPECT_EQ(launch("/bin/echo"), AuthorizationStatus::toolExecuteFailure);
+
+    EXPECT_EQ(output, nullptr);
+    EXPECT_EQ(errors, "TavConfiguration: cannot start with administrator rights: pkexec refused\n");
+}
+
+TEST_F(PrivilegedLauncherTest, ExplainsARefusalAlsoWhereTheSystemHidesTheElevator)
+{
+    const ScopedEnvironment hidden("FAKE_ELEVATOR_HIDDEN", "yes");
+    answer("refuse soon");
 
     EXPECT_EQ(launch("/bin/echo"), AuthorizationStatus::toolExecuteFailure);
 
@@ -252,6 +297,8 @@ TEST_F(PrivilegedLauncherTest, GivesTheProgramASessionOfItsOwn)
 
 TEST_F(PrivilegedLauncherTest, GivesTheProgramAnEmptyInput)
 {
+    const InputFrom text(folder.write("input", "text"));
+
     launch("/bin/cat");
 
     EXPECT_EQ(readAll(output), "");
@@ -264,6 +311,18 @@ TEST_F(PrivilegedLauncherTest, LetsNoOtherDescriptorThrough)
     EXPECT_EQ(readAll(output), "0\n1\n2\n3\n") << "3 is the folder that is listed";
 }
 
+TEST_F(PrivilegedLauncherTest, LetsNoOtherDescriptorThroughToAProgramStartedDirectly)
+{
+    launcher.emplace("");
+    const std::array<const char*, 2> arguments{"/proc/self/fd", nullptr};
+    // Those of whoever started the test are none of the launcher's.
+    close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
+
+    launcher->launch("/bin/ls", arguments.data(), &output);
+
+    EXPECT_EQ(readAll(output), "0\n1\n2\n3\n") << "3 is the folder that is listed";
+}
+
 TEST_F(PrivilegedLauncherTest, HearsOfNoChildThatEnds)
 {
     launch("/bin/echo");
@@ -271,6 +330,95 @@ TEST_F(PrivilegedLauncherTest, HearsOfNoChildThatEnds)
     waitpid(-1, nullptr, 0);
 
     EXPECT_EQ(s_childrenHeardOf, 0);
+}
+
+TEST_F(PrivilegedLauncherTest, ExplainsThatItCannotMakeAPipe)
+{
+    for (const int nth : {1, 2}) {
+        SystemCallFaults faults;
+        faults.fail("pipe2", EMFILE, nth);
+
+        EXPECT_EQ(launch("/bin/echo"), AuthorizationStatus::toolExecuteFailure) << nth;
+
+        EXPECT_EQ(output, nullptr);
+        EXPECT_EQ(
+            errors, "TavConfiguration: cannot start with administrator rights: cannot make a pipe: "
+                    "Too many open files\n");
+        EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "nothing is started";
+    }
+}
+
+TEST_F(PrivilegedLauncherTest, ExplainsThatItCannotReadThePipe)
+{
+    SystemCallFaults faults;
+    faults.fail("fdopen", ENOMEM);
+
+    EXPECT_EQ(launch("/bin/echo"), AuthorizationStatus::toolExecuteFailure);
+
+    EXPECT_EQ(output, nullptr);
+    EXPECT_EQ(
+        errors, "TavConfiguration: cannot start with administrator rights: cannot read a pipe: "
+                "Cannot allocate memory\n");
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "nothing is started";
+}
+
+TEST_F(PrivilegedLauncherTest, ExplainsThatItCannotWaitForTheElevator)
+{
+    answer("refuse");
+    SystemCallFaults faults;
+    faults.fail("waitpid", ECHILD);
+
+    EXPECT_EQ(launch("/bin/echo"), AuthorizationStatus::toolExecuteFailure);
+
+    EXPECT_EQ(output, nullptr);
+    EXPECT_EQ(
+        errors, "TavConfiguration: cannot start with administrator rights: cannot wait for "
+                "pkexec: No child processes\n");
+}
+
+TEST_F(PrivilegedLauncherTest, WaitsAgainWhenASignalInterruptsTheWait)
+{
+    answer("refuse");
+    SystemCallFaults faults;
+    faults.fail("waitpid", EINTR);
+
+    EXPECT_EQ(launch("/bin/echo"), AuthorizationStatus::toolExecuteFailure);
+
+    EXPECT_EQ(errors, "TavConfiguration: cannot start with administrator rights: pkexec refused\n");
+}
+
+/// The elevator leaves a process behind that keeps its descriptors for as long as the test lasts.
+class PrivilegedLauncherDaemonTest : public PrivilegedLauncherTest {
+protected:
+    std::string makeFifo(const std::string& name) const
+    {
+        mkfifo(folder.file(name).c_str(), 0600);
+        return folder.file(name);
+    }
+
+    const std::string life = makeFifo("life");
+    const FileDescriptor lifeEnd{open(life.c_str(), O_RDWR | O_CLOEXEC)};
+    const ScopedEnvironment daemon{"FAKE_ELEVATOR_DAEMON", life};
+};
+
+TEST_F(PrivilegedLauncherDaemonTest, ReturnsOnceTheProgramHasBegun)
+{
+    const std::string fifo = makeFifo("fifo");
+
+    EXPECT_EQ(launch("/bin/cat", {fifo.c_str()}), AuthorizationStatus::success);
+
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), 0) << "the program still runs";
+    folder.write("fifo", "alive");
+    EXPECT_EQ(readAll(output), "alive");
+}
+
+TEST_F(PrivilegedLauncherDaemonTest, ReturnsOnceTheElevatorHasRefused)
+{
+    answer("refuse");
+
+    EXPECT_EQ(launch("/bin/echo"), AuthorizationStatus::toolExecuteFailure);
+
+    EXPECT_EQ(errors, "TavConfiguration: cannot start with administrator rights: pkexec refused\n");
 }
 
 class PrivilegedLauncherFailureTest : public PrivilegedLauncherTest,

@@ -256,9 +256,9 @@ TEST_F(StartUpCalls, OfALaunchThatIsRefusedAreMarkedInsideIt)
         IsSupersetOf(
             {"PrivilegedLauncher::launch", "  Pipe::open", "  PrivilegedLauncher::commandFor",
              "  PrivilegedLauncher::start", "    ProgramStart::keepOpen",
-             "    ElevatedEnvironment::dispensable", "    ProgramStart::start", "  awaitEndOf",
-             "  PrivilegedLauncher::hasBegun", "    hasBecome", "      commandOf", "      isEnding",
-             "  statusOfEnd", "    cannotStart", "      AuthorizationFailure::tell"}));
+             "    ElevatedEnvironment::dispensable", "    ProgramStart::start",
+             "  PrivilegedLauncher::hasBegun", "    hasBecomeProgram", "  statusOfEnd",
+             "    cannotStart", "      AuthorizationFailure::tell"}));
 }
 
 TEST_F(StartUpCalls, OfHelpersAreMarkedInsideTheirCaller)

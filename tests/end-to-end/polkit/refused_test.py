@@ -78,7 +78,7 @@ class Refused(elevation_scenario.ElevationScenario):
         self.replace_pkexec(self.machine.fake_elevator, 0o4755)
         with self.machine.hidden_processes(), self.machine.polkit(GRANT):
             status, errors = self.launch(
-                variables={"FAKE_ELEVATOR": "refuse late", "FAKE_ELEVATOR_RECORD": "/dev/null"}
+                variables={"FAKE_ELEVATOR": "refuse soon", "FAKE_ELEVATOR_RECORD": "/dev/null"}
             ).wait()
 
         self.assertEqual((status, errors), (

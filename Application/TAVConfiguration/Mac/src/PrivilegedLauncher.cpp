@@ -11,11 +11,14 @@
 #include <csignal>
 #include <cstring>
 #include <fstream>
+#include <iterator>
 #include <memory>
 #include <optional>
+#include <span>
 #include <thread>
 #include <utility>
 
+#include <poll.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -25,6 +28,9 @@ namespace {
 constexpr int DISMISSED = 126;
 constexpr int NOT_STARTED = 127;
 
+/// Its path and its option, before the words of the program.
+constexpr std::size_t ELEVATOR_WORDS = 2;
+
 AuthorizationStatus cannotStart(const std::string& reason)
 {
     CallMarker marker("cannotStart");
@@ -32,25 +38,28 @@ AuthorizationStatus cannotStart(const std::string& reason)
         AuthorizationStatus::toolExecuteFailure, "start with administrator rights", reason);
 }
 
-void awaitEndOf(const FileDescriptor& readEnd)
+/// A command line as the system shows it, each word ended by a null.
+std::string lineOf(std::span<const std::string> words)
 {
-    CallMarker marker("awaitEndOf");
-    char ignored = 0;
-    ssize_t count = 0;
-    do
-        count = read(readEnd.get(), &ignored, 1);
-    while (count > 0 || (count < 0 && errno == EINTR));
+    std::string line;
+    for (const std::string& word : words)
+        line.append(word).push_back('\0');
+    return line;
 }
 
-/// The first word of a process's command line: empty while the process ends or is not yet loaded,
-/// and where the system hides other users' processes.
-std::string commandOf(pid_t process)
+/// Empty while the process ends, and where the system hides other users' processes; empty or its
+/// parent's while it is not yet loaded.
+std::string commandLineOf(pid_t process)
 {
-    CallMarker marker("commandOf");
     std::ifstream in("/proc/" + std::to_string(process) + "/cmdline", std::ios::binary);
-    std::string command;
-    std::getline(in, command, '\0');
-    return command;
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+/// Whether nobody holds the write end any more.
+bool isClosed(const FileDescriptor& readEnd)
+{
+    pollfd pipe{readEnd.get(), 0, 0};
+    return poll(&pipe, 1, 0) > 0;
 }
 
 bool isRunning(pid_t child)
@@ -60,26 +69,27 @@ bool isRunning(pid_t child)
            info.si_pid == 0;
 }
 
-/// Whether the child ends within the moment that a process takes, at the most, from the closing of
-/// its descriptors to its end.
-bool isEnding(pid_t child)
+/// Waits until the elevator has become the program, or has ended, whoever else holds the pipe.
+/// Where its command line says nothing, the closed pipe says that the elevator is gone, and a
+/// process that has not ended a moment later is the program.
+bool hasBecomeProgram(
+    pid_t elevator, std::span<const std::string> command, const FileDescriptor& begun)
 {
-    CallMarker marker("isEnding");
-    constexpr std::chrono::milliseconds A_MOMENT(1000);
-    constexpr std::chrono::milliseconds BETWEEN_LOOKS(5);
-    const auto deadline = std::chrono::steady_clock::now() + A_MOMENT;
-    while (isRunning(child)) {
-        if (std::chrono::steady_clock::now() > deadline)
-            return false;
+    CallMarker marker("hasBecomeProgram");
+    const std::string lineOfElevator = lineOf(command);
+    const std::string lineOfProgram = lineOf(command.subspan(ELEVATOR_WORDS));
+    constexpr std::chrono::milliseconds BETWEEN_LOOKS(20);
+    // A second, which a busy machine makes longer as it does with the end that is waited for.
+    int looksAtAnEnd = 50;
+    while (isRunning(elevator) && looksAtAnEnd > 0) {
+        const std::string line = commandLineOf(elevator);
+        if (line == lineOfProgram)
+            return true;
+        if (line != lineOfElevator && isClosed(begun))
+            --looksAtAnEnd;
         std::this_thread::sleep_for(BETWEEN_LOOKS);
     }
-    return true;
-}
-
-bool hasBecome(pid_t elevator, const std::string& program)
-{
-    CallMarker marker("hasBecome");
-    return commandOf(elevator) == program || !isEnding(elevator);
+    return looksAtAnEnd == 0;
 }
 
 /// What the end of the elevator says; any status that is not the elevator's own is that of a
@@ -118,6 +128,7 @@ AuthorizationStatus PrivilegedLauncher::launch(
     const std::string& program, const char* const* arguments, std::FILE** output) const
 {
     CallMarker marker("PrivilegedLauncher::launch", this);
+    *output = nullptr;
     std::optional<Pipe> programOutput = Pipe::open();
     std::optional<Pipe> begun = Pipe::open();
     if (!programOutput || !begun)
@@ -137,19 +148,20 @@ AuthorizationStatus PrivilegedLauncher::launch(
     if (error != 0)
         return cannotStart(command.front() + ": " + std::strerror(error));
 
-    awaitEndOf(begun->readEnd);
-    const AuthorizationStatus status =
-        hasBegun(process, program) ? AuthorizationStatus::success : statusOfEnd(process);
+    const AuthorizationStatus status = hasBegun(process, command, begun->readEnd)
+                                           ? AuthorizationStatus::success
+                                           : statusOfEnd(process);
     if (status == AuthorizationStatus::success)
         *output = readEnd.release();
     return status;
 }
 
 // A program that was started directly has begun once the start has succeeded, however it ends.
-bool PrivilegedLauncher::hasBegun(pid_t process, const std::string& program) const
+bool PrivilegedLauncher::hasBegun(
+    pid_t process, const std::vector<std::string>& command, const FileDescriptor& begun) const
 {
     CallMarker marker("PrivilegedLauncher::hasBegun", this);
-    return m_elevator.empty() || hasBecome(process, program);
+    return m_elevator.empty() || hasBecomeProgram(process, command, begun);
 }
 
 std::vector<std::string> PrivilegedLauncher::commandFor(
@@ -173,8 +185,8 @@ int PrivilegedLauncher::start(
     ProgramStart programStart;
     programStart.useAsOutput(output.get());
     if (!m_elevator.empty()) {
-        // pkexec marks it close-on-exec just before it becomes the program: that the pipe ends
-        // says that the elevator is gone, one way or the other.
+        // pkexec marks it close-on-exec just before it becomes the program; what it leaves running,
+        // as a module of PAM may, keeps it open.
         programStart.keepOpen(begun.get());
         // pkexec refuses to run for a shell that /etc/shells does not list; no shell is needed.
         programStart.leaveOutOfEnvironment("SHELL");

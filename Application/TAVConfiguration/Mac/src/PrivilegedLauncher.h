@@ -25,13 +25,14 @@ public:
     PrivilegedLauncher& operator=(const PrivilegedLauncher&) = delete;
 
     /// `arguments` end with a null entry. On success `output` is the program's output, which the
-    /// caller closes. A failure is told on standard error, except that the user dismissed a prompt
-    /// of the elevator's own.
+    /// caller closes, else null. A failure is told on standard error, except that the user
+    /// dismissed a prompt of the elevator's own.
     AuthorizationStatus launch(
         const std::string& program, const char* const* arguments, std::FILE** output) const;
 
 private:
-    bool hasBegun(pid_t process, const std::string& program) const;
+    bool hasBegun(
+        pid_t process, const std::vector<std::string>& command, const FileDescriptor& begun) const;
     std::vector<std::string> commandFor(
         const std::string& program, const char* const* arguments) const;
     /// Closes this process's copies of both write ends. Returns 0, or the system's error.
