@@ -151,6 +151,16 @@ TEST_F(ElevatedDisplayTest, AcceptsADisplayThatIsOpenToEverybody)
     EXPECT_EQ(ElevatedDisplay::obstacle(), "");
 }
 
+TEST_F(ElevatedDisplayTest, AcceptsADisplayThatIsOpenToEverybodyWhateverItsListSays)
+{
+    const VirtualDisplay server({"-ac"});
+    const ScopedEnvironment display("DISPLAY", server.name());
+    VirtualDisplay::admit(ordinaryUserName());
+    const ScopedEnvironment noCookies("XAUTHORITY", folder.file("missing"));
+
+    expectForOrdinaryUser("");
+}
+
 TEST_F(ElevatedDisplayTest, AcceptsADisplayThatIsOpenToTheWholeMachine)
 {
     const VirtualDisplay server;

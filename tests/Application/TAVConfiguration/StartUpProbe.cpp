@@ -1,3 +1,4 @@
+#include "CallMarker.h"
 #include "Console.h"
 #include "FileContent.h"
 #include "KFExceptionHandler.h"
@@ -15,10 +16,11 @@
 /// are records on the standard output, between the console's log and trace lines.
 ///
 /// Environment: PROBE_CREATE, PROBE_COPY_RIGHTS and PROBE_EXECUTE are the operations' statuses,
-/// PROBE_WINDOW is the window's result, "signal", "violation" or "exit"; PROBE_SHOWN_FILE is shown
-/// as it is at the relaunch; PROBE_FUNCTION "initTracesAndLogs"
-/// calls that function alone, "published" does after a tracer and a logger were published. With
-/// PROBE_CALLS every call is traced from the first one on, whatever the tracer's file says.
+/// PROBE_WINDOW is the window's result, "signal", "violation", "exit" or "trace", which traces
+/// every thread from then on; PROBE_SHOWN_FILE is shown as it is at the relaunch; PROBE_FUNCTION
+/// "initTracesAndLogs" calls that function alone, "published" does after a tracer and a logger were
+/// published. With PROBE_CALLS every call is traced from the first one on, whatever the tracer's
+/// file says.
 namespace {
 
 std::string setting(const char* name, const char* otherwise)
@@ -30,6 +32,14 @@ std::string setting(const char* name, const char* otherwise)
 AuthorizationStatus status(const char* name)
 {
     return static_cast<AuthorizationStatus>(std::stoi(setting(name, "0")));
+}
+
+void traceWindow()
+{
+    Tracer* const tracer = Tracer::GetInstance();
+    tracer->TraceTheThread("*");
+    tracer->setActive(true);
+    CallMarker marker("tracedWindow");
 }
 
 int recordWindow(int& argc, char** argv)
@@ -44,7 +54,10 @@ int recordWindow(int& argc, char** argv)
         Localizer::getInstance()->getLocalizedString(nullptr);
     if (result == "exit")
         std::exit(3);
-    return std::stoi(result);
+    if (result != "trace")
+        return std::stoi(result);
+    traceWindow();
+    return 0;
 }
 
 void recordOperation(const std::string& line)

@@ -1,3 +1,4 @@
+#include "FileContent.h"
 #include "InstalledProbe.h"
 #include "OrdinaryUser.h"
 
@@ -301,6 +302,19 @@ TEST_F(StartUpTest, KeepsTheNameThatAnEarlierCallGaveTheMainThread)
         << "the call that publishes the log was recorded before the thread got its name";
 }
 
+TEST_F(StartUpTest, GivesTheMainThreadNoNameWhileTracingIsOff)
+{
+    probe.folder().write(
+        "tracer.cfg", "TRACE_ON\nTRACE_SET_FILE_NAME console\nTRACE_THE_THREAD Main\n"
+                      "TRACE_THE_CALL tracedWindow\nTRACE_OFF\n");
+    probe.setVariable("PROBE_WINDOW", "trace");
+
+    const auto outcome = probe.run({"--adminRights"});
+
+    EXPECT_THAT(outcome.output, testing::ContainsRegex("\\[th_[0-9]+ +\\]tracedWindow\n"));
+    EXPECT_EQ(outcome.status, 0);
+}
+
 TEST_F(StartUpTest, SetsUpTheTracerBeforeTheLog)
 {
     probe.folder().write("tracer.cfg", "TRACE_ON\n");
@@ -468,6 +482,47 @@ TEST_F(StartUpTest, WritesLogAndTraceIntoTheLogFolder)
     EXPECT_THAT(logFile(), EndsWith("[LEVEL_0] Process has kAuthorizationRightExecute right\n"))
         << "the last line is not left behind";
     EXPECT_THAT(traceFile(), EndsWith("<- TavConfiguration::Main\n"));
+}
+
+/// A folder of logs counts, behind the user's own, when it holds an entry "Logs".
+class StartUpOtherLogFolderTest : public StartUpTest {
+protected:
+    StartUpOtherLogFolderTest()
+    {
+        writeToFiles("");
+        fs::create_directories(probe.logFolder());
+        fs::create_directories(allUsersFolder);
+        probe.setVariable("TAV_COMMON_DATA_DIR", allUsers.path());
+    }
+    void expectLogAndTraceIn(const std::string& folder) const
+    {
+        probe.run({"--adminRights"});
+
+        EXPECT_THAT(
+            contentOf(folder + "/log_0.txt"),
+            EndsWith("[LEVEL_0] Process has kAuthorizationRightExecute right\n"));
+        EXPECT_THAT(
+            contentOf(folder + "/trace_0.txt"), testing::ContainsRegex("TavConfiguration::Main\n"));
+        EXPECT_TRUE(fs::is_empty(probe.logFolder()));
+    }
+
+    TemporaryFolder allUsers;
+    const std::string allUsersFolder = allUsers.file("Pelora/{CODE}/Logs");
+};
+
+TEST_F(StartUpOtherLogFolderTest, WritesWhereTheFolderOfAllUsersHasTheEntry)
+{
+    fs::create_directories(allUsersFolder + "/Logs");
+
+    expectLogAndTraceIn(allUsersFolder);
+}
+
+TEST_F(StartUpOtherLogFolderTest, WritesWhereTheFolderBesideTheExecutableHasTheEntry)
+{
+    fs::create_directories(probe.folder().file("Logs/Logs"));
+
+    expectLogAndTraceIn(probe.folder().file("Logs"));
+    EXPECT_TRUE(fs::is_empty(allUsersFolder));
 }
 
 TEST_F(StartUpTest, EndsAndWritesTheTraceWhenTheLogCannotBeOpened)
