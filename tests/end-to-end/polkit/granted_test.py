@@ -7,6 +7,7 @@ import unittest
 import elevation_scenario
 import private_machine
 from agents import ProcessAgent, SessionAgent
+from desktop import wait_for
 from elevation_scenario import CONSOLE_LOG, GRANT
 
 CONSOLE_TRACE = ("TRACE_ON\nTRACE_THE_THREAD *\nTRACE_THE_CALL *\nTRACE_CALL_EXIT\n"
@@ -81,7 +82,7 @@ class Granted(elevation_scenario.WindowScenario):
             self.assertNotIn("CALLSTACK", self.trace(user))
             self.assertNotIn("SIGNAL_", self.trace(user))
 
-    def test_cancel_and_closing_write_nothing(self):
+    def test_cancel_writes_nothing(self):
         with self.machine.polkit(GRANT):
             self.launch().wait()
             elevated = self.elevated_tool()
@@ -105,6 +106,22 @@ class Granted(elevation_scenario.WindowScenario):
                          f"/usr/sbin:/usr/bin:/sbin:/bin:{environment['HOME']}/bin")
         self.assertEqual(environment["DISPLAY"], self.desktop.display)
         self.assertNotIn(secrets["SHELL"], environment.values())
+
+    def test_no_descriptor_but_the_standard_streams_is_handed_on(self):
+        listed = private_machine.FOLDER / "descriptors"
+        real = self.machine.program.with_suffix(".real")
+        self.machine.program.rename(real)
+        self.addCleanup(real.rename, self.machine.program)
+        self.machine.program.write_text(
+            '#!/bin/bash\n[ $UID = 0 ] || exec -a "$0" "$0.real"\n'
+            f"ls /proc/self/fd > {listed}.new && mv {listed}.new {listed}\n")
+        self.machine.program.chmod(0o755)
+        with self.machine.polkit(GRANT):
+            status, errors = self.launch().wait()
+            wait_for(listed.exists, "list of root's process")
+
+        self.assertEqual((status, errors), (0, ""))
+        self.assertEqual(listed.read_text(), "0\n1\n2\n3\n", "3 is the folder that is listed")
 
     def test_cookies_in_the_users_home_serve_where_no_variable_names_them(self):
         with self.machine.polkit(GRANT):
@@ -174,14 +191,16 @@ class Password(elevation_scenario.WindowScenario):
             calls.read_text().count("member=RevokeTemporaryAuthorizationById"), 1)
         self.assert_saved()
 
-    def test_user_is_asked_once_by_the_agent_of_a_terminal(self):
+    def test_each_launch_asks_once_by_the_agent_of_a_terminal(self):
         with self.machine.polkit():
-            tool = self.launch(agent=ProcessAgent)
-            status, errors = tool.wait()
-            self.elevated_tool()
+            for launch in ("first", "second"):
+                with self.subTest(launch=launch):
+                    tool = self.launch(agent=ProcessAgent)
+                    status, errors = tool.wait()
+                    self.elevated_tool().kill()
 
-        self.assertEqual((status, errors), (0, ""))
-        self.assertEqual(tool.agent.questions, 1)
+                    self.assertEqual((status, errors), (0, ""))
+                    self.assertEqual(tool.agent.questions, 1)
 
     def test_grant_is_kept_for_the_relaunch_and_no_longer(self):
         with self.machine.polkit():
