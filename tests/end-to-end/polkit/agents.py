@@ -13,6 +13,8 @@ import private_machine
 from desktop import wait_for
 
 PROMPT = b"Password: "
+# Only who is in the session may register for it.
+_SHELL_WAITING_FOR_SESSION = 'read -r -u "$0" _; exec "$@"'
 
 
 def _python(script):
@@ -36,12 +38,15 @@ class SessionAgent:
         self._password = password
         self._terminal, terminal = pty.openpty()
         registered, notify = os.pipe()
+        gate, opener = os.pipe()
         self._agent = private_machine.as_user(
-            ["setsid", "--ctty", *self._command(process, str(notify))],
-            stdin=terminal, stdout=terminal, stderr=terminal, pass_fds=[notify])
+            ["bash", "-c", _SHELL_WAITING_FOR_SESSION, str(gate),
+             "setsid", "--ctty", *self._command(process, str(notify))],
+            stdin=terminal, stdout=terminal, stderr=terminal, pass_fds=[notify, gate])
         machine.put_into_session(self._agent.pid)
-        os.close(terminal)
-        os.close(notify)
+        os.write(opener, b"go\n")
+        for descriptor in (terminal, notify, gate, opener):
+            os.close(descriptor)
         with os.fdopen(registered) as told:
             assert told.read() == self._REGISTERED
         self._reader = threading.Thread(target=self._answer, daemon=True)
