@@ -1,6 +1,7 @@
 #include "Console.h"
 
-#include <array>
+#include "PipedStream.h"
+
 #include <csignal>
 #include <functional>
 #include <string>
@@ -11,45 +12,6 @@
 #include <unistd.h>
 
 namespace {
-
-/// A pipe in the place of a standard stream; the stream is put back at the end of the scope.
-class PipedStream {
-public:
-    explicit PipedStream(int stream) : m_stream(stream), m_saved(dup(stream))
-    {
-        if (pipe(m_ends.data()) == 0)
-            dup2(m_ends[1], stream);
-        close(m_ends[1]);
-    }
-    ~PipedStream()
-    {
-        dup2(m_saved, m_stream);
-        close(m_saved);
-        close(m_ends[0]);
-    }
-
-    PipedStream(const PipedStream&) = delete;
-    PipedStream& operator=(const PipedStream&) = delete;
-
-    /// From here on nobody reads.
-    void closeReader()
-    {
-        close(m_ends[0]);
-        m_ends[0] = -1;
-    }
-
-    std::string read() const
-    {
-        std::array<char, 65536> text{}; // what a pipe holds at most
-        const ssize_t count = ::read(m_ends[0], text.data(), text.size());
-        return {text.data(), static_cast<std::size_t>(count)};
-    }
-
-private:
-    int m_stream;
-    int m_saved;
-    std::array<int, 2> m_ends{};
-};
 
 bool isBrokenPipePending()
 {

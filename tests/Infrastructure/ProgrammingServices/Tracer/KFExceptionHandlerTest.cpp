@@ -19,6 +19,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace {
@@ -82,6 +83,14 @@ void endAChild()
     if (fork() == 0)
         _exit(0);
     pause();
+}
+
+/// Without a limit the overflow might find room.
+void limitTheStack()
+{
+    constexpr rlim_t size = 8U << 20U;
+    const rlimit limit{size, size};
+    setrlimit(RLIMIT_STACK, &limit);
 }
 
 int overflowTheStack(int depth)
@@ -206,6 +215,7 @@ TEST(KFExceptionHandler, CannotReportAStackThatHasOverflowed)
 {
     EXPECT_EXIT(
         {
+            limitTheStack();
             handler();
             overflowTheStack(1000000);
         },

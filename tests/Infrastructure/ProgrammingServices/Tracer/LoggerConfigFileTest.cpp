@@ -3,7 +3,7 @@
 #include "LoggerConfigFileParser.h"
 #include "ProcessThreads.h"
 #include "TemporaryFolder.h"
-#include "WrittenFile.h"
+#include "Waiting.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -37,7 +37,6 @@ protected:
     }
 
     const TemporaryFolder m_folder;
-    const WrittenFile m_written{m_folder.path()};
     Logger m_logger;
 };
 
@@ -69,7 +68,7 @@ TEST_F(LoggerConfigFile, StartsTheBackgroundThreadWhenItSwitchesOn)
     read("LOG_SET_FILE_NAME app\nLOG_ON\n");
     m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "one");
 
-    waitUntilWritten(m_logger, m_written);
+    waitUntilWritten(m_logger);
 
     EXPECT_EQ(m_folder.read("app_0.txt"), "[LEVEL_0] one\n");
 }
@@ -145,7 +144,7 @@ TEST_F(LoggerConfigFile, StartsTheBackgroundThreadAlsoWhenAnErrorStandsBehindThe
 
     EXPECT_EQ(errorsOf(file), "syntax error at line 3 of log config file\n");
     m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "one");
-    waitUntilWritten(m_logger, m_written);
+    waitUntilWritten(m_logger);
 
     EXPECT_EQ(m_folder.read("app_0.txt"), "[LEVEL_0] one\n");
 }

@@ -4,7 +4,7 @@
 #include "TemporaryFolder.h"
 #include "Tracer.h"
 #include "TracerConfigFileParser.h"
-#include "WrittenFile.h"
+#include "Waiting.h"
 
 #include <string>
 
@@ -40,7 +40,6 @@ protected:
     }
 
     const TemporaryFolder m_folder;
-    const WrittenFile m_written{m_folder.path()};
     Tracer m_tracer;
 };
 
@@ -60,7 +59,7 @@ TEST_F(TracerConfigFile, StartsTheBackgroundThreadWhenItSwitchesOn)
     read("TRACE_ON\nTRACE_SET_FILE_NAME app\n");
     m_tracer.PrintString("line\n");
 
-    waitUntilWritten(m_tracer, m_written);
+    waitUntilWritten(m_tracer);
 
     EXPECT_EQ(m_folder.read("app_0.txt"), "line\n");
 }
@@ -134,7 +133,7 @@ TEST_F(TracerConfigFile, StartsTheBackgroundThreadAlsoWhenAnErrorStandsBehindThe
 
     EXPECT_EQ(errorsOf(file), "syntax error at line 3 of tracer config file\n");
     m_tracer.PrintString("line\n");
-    waitUntilWritten(m_tracer, m_written);
+    waitUntilWritten(m_tracer);
 
     EXPECT_EQ(m_folder.read("app_0.txt"), "line\n");
 }

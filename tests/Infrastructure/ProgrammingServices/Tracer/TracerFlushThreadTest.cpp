@@ -4,7 +4,7 @@
 #include "CallMarker.h"
 #include "ProcessThreads.h"
 #include "PublishedTracer.h"
-#include "WrittenFile.h"
+#include "Waiting.h"
 
 #include <chrono>
 
@@ -28,17 +28,16 @@ public:
 
 TEST_F(TracerFlushThreadTest, WritesPendingLinesNoEarlierThanAfterASecondAndAgain)
 {
-    const WrittenFile written(m_tracer.folder().path());
     const auto before = std::chrono::steady_clock::now();
 
     m_tracer->PrintString("first\n");
     m_tracer->Initialize();
-    ASSERT_TRUE(written.wait());
+    waitUntilWritten(*Tracer::GetInstance());
     EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::seconds(1));
     EXPECT_EQ(m_tracer.lines(), "first\n");
 
     m_tracer->PrintString("second\n");
-    waitUntilWritten(*Tracer::GetInstance(), written);
+    waitUntilWritten(*Tracer::GetInstance());
     EXPECT_EQ(m_tracer.lines(), "first\nsecond\n");
 }
 
