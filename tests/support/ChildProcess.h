@@ -1,18 +1,34 @@
 #pragma once
 
+#include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <functional>
 
 #include <sys/wait.h>
 #include <unistd.h>
+
+/// Whether the action returns true, instead of failing with an exception, which it tells.
+inline bool succeeds(const std::function<bool()>& action)
+{
+    try {
+        return action();
+    } catch (const std::exception& exception) {
+        std::fputs(exception.what(), stderr);
+    } catch (...) {
+        std::fputs("an exception of no known type", stderr);
+    }
+    return false;
+}
 
 /// Runs the action in a child process, where it may give up rights or set limits, and tells whether
 /// it returned true.
 inline bool inChildProcess(const std::function<bool()>& action)
 {
     const pid_t child = fork();
+    // No exception may leave the child: it would go on with the tests that follow.
     if (child == 0)
-        _exit(action() ? EXIT_SUCCESS : EXIT_FAILURE);
+        _exit(succeeds(action) ? EXIT_SUCCESS : EXIT_FAILURE);
     int status = 0;
     return waitpid(child, &status, 0) == child && WIFEXITED(status) &&
            WEXITSTATUS(status) == EXIT_SUCCESS;
