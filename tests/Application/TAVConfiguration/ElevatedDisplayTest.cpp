@@ -14,11 +14,6 @@
 
 namespace {
 
-std::string ordinaryUserName()
-{
-    return getpwuid(geteuid() == 0 ? NOBODY : geteuid())->pw_name;
-}
-
 /// What an ordinary user is told has to be the obstacle.
 void expectForOrdinaryUser(const std::string& obstacle)
 {
@@ -41,6 +36,20 @@ protected:
     ScopedEnvironment authority{"XAUTHORITY", cookies};
     ScopedEnvironment wayland{"WAYLAND_DISPLAY", ""};
     const std::vector<std::string> needingCookies{"-auth", cookies};
+};
+
+/// The X server's list admits an ordinary user, by his name.
+class ElevatedDisplayAdmissionTest : public ElevatedDisplayTest {
+protected:
+    void SetUp() override
+    {
+        const passwd* const user = getpwuid(geteuid() == 0 ? NOBODY : geteuid());
+        if (user == nullptr)
+            GTEST_SKIP() << "the user has no name";
+        ordinaryUserName = user->pw_name;
+    }
+
+    std::string ordinaryUserName;
 };
 
 TEST_F(ElevatedDisplayTest, NeedsADisplay)
@@ -151,11 +160,11 @@ TEST_F(ElevatedDisplayTest, AcceptsADisplayThatIsOpenToEverybody)
     EXPECT_EQ(ElevatedDisplay::obstacle(), "");
 }
 
-TEST_F(ElevatedDisplayTest, AcceptsADisplayThatIsOpenToEverybodyWhateverItsListSays)
+TEST_F(ElevatedDisplayAdmissionTest, AcceptsADisplayThatIsOpenToEverybodyWhateverItsListSays)
 {
     const VirtualDisplay server({"-ac"});
     const ScopedEnvironment display("DISPLAY", server.name());
-    VirtualDisplay::admit(ordinaryUserName());
+    VirtualDisplay::admit(ordinaryUserName);
     const ScopedEnvironment noCookies("XAUTHORITY", folder.file("missing"));
 
     expectForOrdinaryUser("");
@@ -170,11 +179,11 @@ TEST_F(ElevatedDisplayTest, AcceptsADisplayThatIsOpenToTheWholeMachine)
     EXPECT_EQ(ElevatedDisplay::obstacle(), "");
 }
 
-TEST_F(ElevatedDisplayTest, RefusesADisplayThatAdmitsItsOwnUserOnly)
+TEST_F(ElevatedDisplayAdmissionTest, RefusesADisplayThatAdmitsItsOwnUserOnly)
 {
     const VirtualDisplay server(needingCookies);
     const ScopedEnvironment display("DISPLAY", server.name());
-    VirtualDisplay::admit(ordinaryUserName());
+    VirtualDisplay::admit(ordinaryUserName);
     const std::string other = folder.write("other", cookieFile({.displayNumber = "4711"}));
     const ScopedEnvironment cookieOfAnother("XAUTHORITY", other);
 
@@ -182,11 +191,11 @@ TEST_F(ElevatedDisplayTest, RefusesADisplayThatAdmitsItsOwnUserOnly)
         "the window needs a display, and " + server.name() + " does not admit root");
 }
 
-TEST_F(ElevatedDisplayTest, DoesNotCountACookieOfAnotherMachine)
+TEST_F(ElevatedDisplayAdmissionTest, DoesNotCountACookieOfAnotherMachine)
 {
     const VirtualDisplay server(needingCookies);
     const ScopedEnvironment display("DISPLAY", server.name());
-    VirtualDisplay::admit(ordinaryUserName());
+    VirtualDisplay::admit(ordinaryUserName);
     const std::string other = folder.write(
         "other", cookieFile(
                      {.family = Cookie::LOCAL,
@@ -198,11 +207,11 @@ TEST_F(ElevatedDisplayTest, DoesNotCountACookieOfAnotherMachine)
         "the window needs a display, and " + server.name() + " does not admit root");
 }
 
-TEST_F(ElevatedDisplayTest, AcceptsADisplayThatAdmitsRootByName)
+TEST_F(ElevatedDisplayAdmissionTest, AcceptsADisplayThatAdmitsRootByName)
 {
     const VirtualDisplay server(needingCookies);
     const ScopedEnvironment display("DISPLAY", server.name());
-    VirtualDisplay::admit(ordinaryUserName());
+    VirtualDisplay::admit(ordinaryUserName);
     VirtualDisplay::admit("root");
     const ScopedEnvironment noCookies("XAUTHORITY", folder.file("missing"));
 

@@ -8,6 +8,7 @@
 #include <fstream>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -171,6 +172,8 @@ TEST_F(AppDataManagerTest, FileOfTheAllUsersFolderAloneIsFoundThere)
 
 TEST_F(AppDataManagerTest, FileBesideTheExecutableIsFoundLast)
 {
+    if (access(FileSystemManagement::getCurrentExecutableDirectory().c_str(), W_OK) != 0)
+        GTEST_SKIP() << "the user may not write beside the executable";
     const FolderBesideExecutable folder("AppDataManagerTest.domain");
     put(folder.path(), "file");
 

@@ -80,7 +80,8 @@ TEST_F(CompanyNetworkFile, ThatCannotBeWrittenIsSilentlyLeftUnchanged)
 {
     const std::string before = fileBegin + network("Company1", "one") + fileEnd;
     folder.write(FILE_NAME, before);
-    fs::permissions(folder.path(), fs::perms{0755});
+    fs::permissions(folder.file(FILE_NAME), fs::perms{0444});
+    fs::permissions(folder.path(), fs::perms{0555});
 
     EXPECT_TRUE(asOrdinaryUser([this] {
         CompanyNetworkConfiguration configuration(folder.path());
@@ -88,6 +89,7 @@ TEST_F(CompanyNetworkFile, ThatCannotBeWrittenIsSilentlyLeftUnchanged)
         configuration.writeDefinition(folder.path());
         return true;
     }));
+    fs::permissions(folder.path(), fs::perms{0755});
 
     EXPECT_EQ(content(), before);
 }
