@@ -79,7 +79,7 @@ void leaveDaemonBehind(const std::string& fifo)
 
 int main(int /*argc*/, char** argv)
 {
-    constexpr useconds_t SOON = 100'000;
+    constexpr useconds_t SOON = 20'000;
     constexpr useconds_t LATE = 1'500'000;
     const std::vector<std::string> words = wordsOf(argv);
     const std::string answer = setting("FAKE_ELEVATOR");
