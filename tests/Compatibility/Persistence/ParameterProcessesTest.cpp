@@ -24,7 +24,7 @@ const std::string untouched(100000, 'z');
 template<typename Store>
 class ParameterProcesses : public testing::Test {
 protected:
-    static constexpr int s_rounds = 100;
+    static constexpr int s_rounds = 25;
 
     ParameterProcesses()
     {

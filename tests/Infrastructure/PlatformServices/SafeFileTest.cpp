@@ -397,7 +397,7 @@ TEST(SafeFile, ShowsReadersTheOldBytesOrTheNewNeverAMix)
     std::array<std::thread, 2> writers;
     for (std::size_t i = 0; i < 2; ++i) {
         writers[i] = std::thread([&, i] {
-            for (int round = 0; round < 30; ++round)
+            for (int round = 0; round < 10; ++round)
                 EXPECT_EQ(SafeFile::replace(path, contents[i], Backup::keep), "");
         });
     }

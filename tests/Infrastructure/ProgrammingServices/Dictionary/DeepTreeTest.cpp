@@ -15,11 +15,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-// A tree of one million nested dictionaries, on a stack that a recursion of even ten thousand calls
-// would overflow: what comes back from these tests did not use the call stack for the tree's depth.
+// A tree of nested dictionaries, on a stack that a recursion of even ten thousand calls would
+// overflow: what comes back from these tests did not use the call stack for the tree's depth.
 namespace {
 
-constexpr int s_depth = 1'000'000;
+constexpr int s_depth = TAV_TREE_DEPTH;
 
 std::string nestedText()
 {
