@@ -14,9 +14,9 @@ inline bool succeeds(const std::function<bool()>& action)
     try {
         return action();
     } catch (const std::exception& exception) {
-        std::fputs(exception.what(), stderr);
+        std::fprintf(stderr, "%s\n", exception.what());
     } catch (...) {
-        std::fputs("an exception of no known type", stderr);
+        std::fputs("an exception of no known type\n", stderr);
     }
     return false;
 }
