@@ -80,8 +80,10 @@ class Package(unittest.TestCase):
     def test_manual_page_is_clean(self):
         page = next((self.root / "usr/share/man/man8").iterdir())
 
-        said = subprocess.run(["man", "--warnings", "--local-file", page], env={
-            **os.environ, "LC_ALL": "C.UTF-8", "MANWIDTH": "100"}, capture_output=True, text=True)
+        said = subprocess.run(
+            ["man", "--warnings", "--local-file", page],
+            env={**os.environ, "LC_ALL": "C.UTF-8", "MANWIDTH": "100", "MANOPT": ""},
+            capture_output=True, text=True)
 
         self.assertEqual((said.returncode, said.stderr), (0, ""))
         self.assertIn("TavConfiguration - edit the company network settings", said.stdout)

@@ -37,6 +37,7 @@ class Desktop:
         self._processes = []
 
     def __enter__(self):
+        self._forget_the_users_desktop()
         try:
             self._start_display()
             self._start_bus()
@@ -84,8 +85,14 @@ class Desktop:
             raise RuntimeError("the session bus did not start")
         os.environ["DBUS_SESSION_BUS_ADDRESS"] = address
         os.environ["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
-        # The styles of the tests are the tool's own, whatever the user's desktop has set.
-        os.environ.pop("QT_QPA_PLATFORM", None)
+
+    # The tool looks and tells as it does on this desktop, whatever the user's own has set.
+    @staticmethod
+    def _forget_the_users_desktop():
+        others = {"AT_SPI_BUS_ADDRESS", "SESSION_MANAGER", "XDG_DATA_DIRS", "XDG_SESSION_TYPE"}
+        for name in [*os.environ]:
+            if name.startswith("QT_") or name in others:
+                del os.environ[name]
 
     # Without one no window is ever active, and the keyboard reaches none.
     def _start_window_manager(self):
@@ -146,6 +153,8 @@ def _accessibility():
     import gi
     gi.require_version("Atspi", "2.0")
     from gi.repository import Atspi
+    # Its own time-out, 0.8 s, takes a busy machine for a tool that hangs.
+    Atspi.set_timeout(int(PATIENCE * 1000), -1)
     return Atspi
 
 

@@ -18,6 +18,13 @@ def find(program):
     return None
 
 
+def _parent(folder):
+    """The id of a process's parent; nothing once the process is gone."""
+    with contextlib.suppress(OSError):
+        return (folder / "stat").read_text().rpartition(")")[2].split()[1]
+    return None
+
+
 class RelaunchedTool:
     """A process that is no child, with what the drivers of windows want of one."""
 
@@ -58,4 +65,5 @@ class RelaunchedTool:
 
     @property
     def children(self):
-        return (self._folder / f"task/{self.pid}/children").read_text().split()
+        return [folder.name for folder in pathlib.Path("/proc").glob("[0-9]*")
+                if _parent(folder) == str(self.pid)]

@@ -178,11 +178,11 @@ class Machine:
     def hidden_processes(self):
         """Users see their own processes only, as a hardened system has it; polkit sees all."""
         group = pwd.getpwnam("polkitd").pw_gid
-        _mount("-o", f"remount,hidepid=invisible,gid={group}", "/proc")
+        _mount("-o", f"remount,hidepid=2,gid={group}", "/proc")
         try:
             yield
         finally:
-            _mount("-o", "remount,hidepid=off", "/proc")
+            _mount("-o", "remount,hidepid=0", "/proc")
 
     @contextlib.contextmanager
     def calls_of_polkit(self):

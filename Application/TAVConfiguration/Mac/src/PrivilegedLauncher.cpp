@@ -11,10 +11,10 @@
 #include <csignal>
 #include <cstring>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <span>
+#include <sstream>
 #include <thread>
 #include <utility>
 
@@ -52,7 +52,9 @@ std::string lineOf(std::span<const std::string> words)
 std::string commandLineOf(pid_t process)
 {
     std::ifstream in("/proc/" + std::to_string(process) + "/cmdline", std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
+    std::ostringstream line;
+    line << in.rdbuf();
+    return std::move(line).str();
 }
 
 /// Whether nobody holds the write end any more.
