@@ -200,7 +200,7 @@ Item* Dictionary::getItem(const char* cpath) const
 {
     CallMarker marker("Item* Dictionary::getItem(const char*) const", this);
 
-    Contract::require(cpath != nullptr, "cpath != NULL", s_unit, 210);
+    Contract::require(cpath != nullptr, "cpath != NULL", s_unit, 203);
     return cpath == nullptr ? nullptr : getItem(std::string(cpath));
 }
 

@@ -45,7 +45,7 @@ void LineOutput::PrintString(const std::string& line)
 {
     Contract::require(
         !line.empty(), "!(msg.empty())", "Infrastructure/ProgrammingServices/Tracer/src/LineOutput",
-        50);
+        46);
     m_mutex.acquire();
     if (m_currentFileName == "console") {
         Console::writeLine(line);

@@ -42,9 +42,9 @@ Tracer* Tracer::GetInstance()
 // Kept: the post-condition is checked on the null branch alone.
 void Tracer::SetInstance(Tracer* pTheTracer)
 {
-    Contract::require(pTheTracer != nullptr, "pTheTracer != NULL", c_unit, 41);
+    Contract::require(pTheTracer != nullptr, "pTheTracer != NULL", c_unit, 45);
     if (pTheTracer == nullptr) {
-        Contract::ensure(m_Instance != nullptr, "m_Instance != NULL", c_unit, 43);
+        Contract::ensure(m_Instance != nullptr, "m_Instance != NULL", c_unit, 47);
         return;
     }
     m_Instance = pTheTracer;
@@ -53,7 +53,7 @@ void Tracer::SetInstance(Tracer* pTheTracer)
 
 void Tracer::ReadConfigFile(const char* fileName)
 {
-    Contract::require(fileName != nullptr, "fileName != NULL", c_unit, 52);
+    Contract::require(fileName != nullptr, "fileName != NULL", c_unit, 56);
     if (fileName == nullptr)
         return;
     TracerConfigFileParser(fileName).parse();
@@ -98,7 +98,7 @@ void Tracer::Disable()
 
 void Tracer::BeginningOfThread(const char* threadName)
 {
-    Contract::require(threadName != nullptr, "threadName != NULL", c_unit, 79);
+    Contract::require(threadName != nullptr, "threadName != NULL", c_unit, 101);
     m_mutex.acquire();
     if (threadName != nullptr && isThreadPermittedToPrint(threadName))
         m_threadTracers.try_emplace(gettid(), std::make_unique<ThreadTracer>(*this, threadName));
@@ -161,9 +161,9 @@ bool Tracer::isCallForbiddenToPrint(const char* methodName)
 
 void Tracer::TraceTheThread(const char* threadName)
 {
-    Contract::require(threadName != nullptr, "threadName != NULL", c_unit, 144);
+    Contract::require(threadName != nullptr, "threadName != NULL", c_unit, 164);
     const std::string strThreadName = threadName != nullptr ? threadName : "";
-    Contract::require(!strThreadName.empty(), "!strThreadName.empty()", c_unit, 146);
+    Contract::require(!strThreadName.empty(), "!strThreadName.empty()", c_unit, 166);
     m_mutex.acquire();
     m_threadPatterns.add(strThreadName);
     m_mutex.release();
@@ -171,9 +171,9 @@ void Tracer::TraceTheThread(const char* threadName)
 
 void Tracer::TraceTheCall(const char* className)
 {
-    Contract::require(className != nullptr, "className != NULL", c_unit, 154);
+    Contract::require(className != nullptr, "className != NULL", c_unit, 174);
     const std::string strClassName = className != nullptr ? className : "";
-    Contract::require(!strClassName.empty(), "!strClassName.empty()", c_unit, 156);
+    Contract::require(!strClassName.empty(), "!strClassName.empty()", c_unit, 176);
     m_mutex.acquire();
     if (strClassName.front() == '-')
         m_forbiddenPatterns.add(strClassName.substr(1));

@@ -118,7 +118,7 @@ TEST(DictionaryDeathTest, TakesNoNullPath)
     EXPECT_CRASH_REPORT(
         tree.getItem(static_cast<const char*>(nullptr)),
         "REQUIRE VIOLATION : cpath != NULL - In File : "
-        "Infrastructure/ProgrammingServices/Dictionary/src/Dictionary - At Line : 210");
+        "Infrastructure/ProgrammingServices/Dictionary/src/Dictionary - At Line : 203");
 }
 
 TEST_F(DictionaryLookup, AnswersTheTextOfATextOnly)

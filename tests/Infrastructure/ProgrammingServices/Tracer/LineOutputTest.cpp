@@ -88,7 +88,7 @@ TEST_F(LineOutputDeathTest, EmptyLineIsAViolation)
     EXPECT_CRASH_REPORT(
         m_output.PrintString(""),
         "REQUIRE VIOLATION : !(msg.empty()) - In File : "
-        "Infrastructure/ProgrammingServices/Tracer/src/LineOutput - At Line : 50");
+        "Infrastructure/ProgrammingServices/Tracer/src/LineOutput - At Line : 46");
 }
 
 TEST_F(LineOutputDeathTest, EndsTheProcessWhenNoFileNameWasSet)
