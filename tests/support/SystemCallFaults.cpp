@@ -68,6 +68,14 @@ void SystemCallFaults::interruptOpening(const std::string& path, std::function<v
     interrupt("openat", path, std::move(action));
 }
 
+std::vector<std::string> SystemCallFaults::steps() const
+{
+    std::vector<std::string> names;
+    for (const Call& call : m_calls)
+        names.push_back(call.name);
+    return names;
+}
+
 int SystemCallFaults::counted() const
 {
     return static_cast<int>(std::count_if(m_calls.begin(), m_calls.end(), isCounted));

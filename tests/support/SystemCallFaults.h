@@ -46,6 +46,8 @@ public:
 
     /// What was called so far, failed calls included.
     const std::vector<Call>& calls() const { return m_calls; }
+    /// Their names, in order.
+    std::vector<std::string> steps() const;
     /// How many calls failAny() has counted.
     int counted() const;
 

@@ -44,8 +44,7 @@ protected:
     void SetUp() override
     {
         const passwd* const user = getpwuid(geteuid() == 0 ? NOBODY : geteuid());
-        if (user == nullptr)
-            GTEST_SKIP() << "the user has no name";
+        ASSERT_NE(user, nullptr) << "the tests need a user who has a name";
         ordinaryUserName = user->pw_name;
     }
 

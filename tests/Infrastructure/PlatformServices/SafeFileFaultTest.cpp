@@ -187,18 +187,15 @@ TEST_F(SafeFileFaults, SyncsTheFileBeforeItTakesItsPlaceAndTheFolderAfter)
 
     EXPECT_EQ(replace(Backup::none), "");
 
-    std::vector<std::string> steps;
-    for (const SystemCallFaults::Call& call : faults.calls())
-        steps.push_back(call.name);
     EXPECT_THAT(
-        steps, ElementsAre(
-                   "openat",                        // the folder
-                   "openat", "fstat", "fcntl",      // the old version
-                   "fstat", "read", "read",         //
-                   "fstat",                         //
-                   "getentropy", "openat", "fstat", // the temporary file
-                   "write", "fchown", "fchmod",     //
-                   "fsync", "renameat", "fsync"));  // the file, its place, the folder
+        faults.steps(), ElementsAre(
+                            "openat",                        // the folder
+                            "openat", "fstat", "fcntl",      // the old version
+                            "fstat", "read", "read",         //
+                            "fstat",                         //
+                            "getentropy", "openat", "fstat", // the temporary file
+                            "write", "fchown", "fchmod",     //
+                            "fsync", "renameat", "fsync"));  // the file, its place, the folder
 }
 
 TEST_F(SafeFileFaults, MakesATemporaryFileThatNobodyForeseesAndNobodyElseOpens)
