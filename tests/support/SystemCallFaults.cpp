@@ -111,11 +111,23 @@ std::optional<off_t> SystemCallFaults::claimedSize()
     return current != nullptr ? current->m_claimedSize : std::nullopt;
 }
 
-std::optional<dev_t> SystemCallFaults::claimedDevice(const std::string& name)
+void SystemCallFaults::claim(const std::string& name, struct stat& status)
 {
-    if (current == nullptr || current->m_claimedDevice.first != name)
-        return std::nullopt;
-    return current->m_claimedDevice.second;
+    if (current == nullptr)
+        return;
+    if (current->m_claimedDevice.first == name)
+        status.st_dev = current->m_claimedDevice.second;
+    if (current->m_claimedKind.first == name)
+        status.st_mode = (status.st_mode & ~mode_t{S_IFMT}) | current->m_claimedKind.second;
+}
+
+void SystemCallFaults::claimEntropy(char* bytes, std::size_t size)
+{
+    if (current == nullptr || current->m_claimedEntropy.empty())
+        return;
+    const std::string& claimed = current->m_claimedEntropy;
+    for (std::size_t i = 0; i < size; ++i)
+        bytes[i] = claimed[i % claimed.size()];
 }
 
 extern "C" {
@@ -132,6 +144,7 @@ int realFtruncate(int file, off_t size) __asm__("__real_ftruncate");
 int realFchown(int file, uid_t user, gid_t group) __asm__("__real_fchown");
 int realFchmod(int file, mode_t mode) __asm__("__real_fchmod");
 int realFsync(int file) __asm__("__real_fsync");
+int realMkdir(const char* path, mode_t mode) __asm__("__real_mkdir");
 int realRenameat(int from, const char* old, int to, const char* name) __asm__("__real_renameat");
 int realUnlinkat(int folder, const char* name, int flags) __asm__("__real_unlinkat");
 int realGetentropy(void* bytes, std::size_t size) __asm__("__real_getentropy");
@@ -139,12 +152,13 @@ DIR* realFdopendir(int folder) __asm__("__real_fdopendir");
 dirent* realReaddir(DIR* listing) __asm__("__real_readdir");
 int realPipe2(int* ends, int flags) __asm__("__real_pipe2");
 FILE* realFdopen(int file, const char* mode) __asm__("__real_fdopen");
+pid_t realWait(int* status) __asm__("__real_wait");
 pid_t realWaitpid(pid_t process, int* status, int options) __asm__("__real_waitpid");
 
 int openatCalled(int folder, const char* path, int flags, mode_t mode) __asm__("__wrap_openat");
 // What openat() is called in a hardened build.
 int openat2Called(int folder, const char* path, int flags) __asm__("__wrap___openat_2");
-// A variadic function, of which the code passes pointers alone.
+// A variadic function, of which the code passes pointers and 0 alone.
 int fcntlCalled(int file, int command, void* argument) __asm__("__wrap_fcntl");
 int fstatCalled(int file, struct stat* status) __asm__("__wrap_fstat");
 int fstatatCalled(int folder, const char* name, struct stat* status, int flags) __asm__(
@@ -156,6 +170,7 @@ int ftruncateCalled(int file, off_t size) __asm__("__wrap_ftruncate");
 int fchownCalled(int file, uid_t user, gid_t group) __asm__("__wrap_fchown");
 int fchmodCalled(int file, mode_t mode) __asm__("__wrap_fchmod");
 int fsyncCalled(int file) __asm__("__wrap_fsync");
+int mkdirCalled(const char* path, mode_t mode) __asm__("__wrap_mkdir");
 int renameatCalled(int from, const char* old, int to, const char* name) __asm__("__wrap_renameat");
 int unlinkatCalled(int folder, const char* name, int flags) __asm__("__wrap_unlinkat");
 int getentropyCalled(void* bytes, std::size_t size) __asm__("__wrap_getentropy");
@@ -163,6 +178,7 @@ DIR* fdopendirCalled(int folder) __asm__("__wrap_fdopendir");
 dirent* readdirCalled(DIR* listing) __asm__("__wrap_readdir");
 int pipe2Called(int* ends, int flags) __asm__("__wrap_pipe2");
 FILE* fdopenCalled(int file, const char* mode) __asm__("__wrap_fdopen");
+pid_t waitCalled(int* status) __asm__("__wrap_wait");
 pid_t waitpidCalled(pid_t process, int* status, int options) __asm__("__wrap_waitpid");
 
 int openatCalled(int folder, const char* path, int flags, mode_t mode)
@@ -193,7 +209,7 @@ int fstatatCalled(int folder, const char* name, struct stat* status, int flags)
 {
     const int result = attempt({"fstatat", name}, realFstatat, folder, name, status, flags);
     if (result == 0)
-        status->st_dev = SystemCallFaults::claimedDevice(name).value_or(status->st_dev);
+        SystemCallFaults::claim(name, *status);
     return result;
 }
 
@@ -232,6 +248,11 @@ int fsyncCalled(int file)
     return attempt({"fsync"}, realFsync, file);
 }
 
+int mkdirCalled(const char* path, mode_t mode)
+{
+    return attempt({"mkdir", path}, realMkdir, path, mode);
+}
+
 int renameatCalled(int from, const char* old, int to, const char* name)
 {
     return attempt({"renameat"}, realRenameat, from, old, to, name);
@@ -244,7 +265,10 @@ int unlinkatCalled(int folder, const char* name, int flags)
 
 int getentropyCalled(void* bytes, std::size_t size)
 {
-    return attempt({"getentropy"}, realGetentropy, bytes, size);
+    const int result = attempt({"getentropy"}, realGetentropy, bytes, size);
+    if (result == 0)
+        SystemCallFaults::claimEntropy(static_cast<char*>(bytes), size);
+    return result;
 }
 
 DIR* fdopendirCalled(int folder)
@@ -265,6 +289,11 @@ int pipe2Called(int* ends, int flags)
 FILE* fdopenCalled(int file, const char* mode)
 {
     return attempt({"fdopen"}, realFdopen, file, mode);
+}
+
+pid_t waitCalled(int* status)
+{
+    return attempt({"wait"}, realWait, status);
 }
 
 pid_t waitpidCalled(pid_t process, int* status, int options)

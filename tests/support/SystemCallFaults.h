@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include <sys/types.h>
+#include <sys/stat.h>
 
 /// Makes system calls fail on purpose for one scope and records them, in a test that links to
 /// tav::system_call_faults: there the linker leads the code's calls here.
@@ -17,7 +17,7 @@ class SystemCallFaults {
 public:
     struct Call {
         std::string name;
-        std::string path{}; // of openat() and fstatat() alone
+        std::string path{}; // of openat(), fstatat() and mkdir() alone
         int flags = 0;      // of openat() alone
         mode_t mode = 0;    // of openat() that may create
     };
@@ -41,8 +41,12 @@ public:
     void limitTransfers(std::size_t bytes) { m_transferLimit = bytes; }
     /// fstat() tells this size for every file.
     void claimSize(off_t size) { m_claimedSize = size; }
+    /// getentropy() gives these bytes, over and over.
+    void claimEntropy(std::string bytes) { m_claimedEntropy = std::move(bytes); }
     /// fstatat() tells this device for every entry of the name.
     void claimDevice(const std::string& name, dev_t device) { m_claimedDevice = {name, device}; }
+    /// fstatat() tells this kind of file (S_IFSOCK, ...) for every entry of the name.
+    void claimKind(const std::string& name, mode_t kind) { m_claimedKind = {name, kind}; }
 
     /// What was called so far, failed calls included.
     const std::vector<Call>& calls() const { return m_calls; }
@@ -55,7 +59,8 @@ public:
     static int enter(const Call& call);
     static std::size_t transferSize(std::size_t wanted);
     static std::optional<off_t> claimedSize();
-    static std::optional<dev_t> claimedDevice(const std::string& name);
+    static void claim(const std::string& name, struct stat& status);
+    static void claimEntropy(char* bytes, std::size_t size);
 
 private:
     struct Fault {
@@ -72,5 +77,7 @@ private:
     std::vector<Call> m_calls;
     std::optional<std::size_t> m_transferLimit;
     std::optional<off_t> m_claimedSize;
+    std::string m_claimedEntropy;
     std::pair<std::string, dev_t> m_claimedDevice;
+    std::pair<std::string, mode_t> m_claimedKind;
 };

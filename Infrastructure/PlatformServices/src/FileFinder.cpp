@@ -1,26 +1,42 @@
 #include "FileFinder.h"
 
+#include <exception>
 #include <utility>
 
 namespace {
 
-WildcardPattern normalised(const std::string& pattern)
+std::string normalised(const std::string& pattern)
 {
     if (pattern == "*.*")
-        return WildcardPattern("*");
-    return WildcardPattern(pattern.starts_with('*') ? pattern : "*" + pattern);
+        return "*";
+    return pattern.starts_with('*') ? pattern : "*" + pattern;
+}
+
+// Each folder comes before what is in it.
+bool goToNextEntry(FolderTree& tree)
+{
+    tree.enter();
+    while (!tree.next()) {
+        if (!tree.leave())
+            return false;
+    }
+    return true;
 }
 
 } // namespace
 
 FileFinder::FileFinder(const std::string& directory, const std::string& pattern)
-    : FileFinder(directory, normalised(pattern))
+    : FileFinder(directory, pattern, normalised)
 {
 }
 
-FileFinder::FileFinder(const std::string& directory, WildcardPattern pattern)
-    : m_tree(directory), m_pattern(std::move(pattern))
+FileFinder::FileFinder(const std::string& directory, const std::string& pattern, PatternForm form)
 {
+    try {
+        m_search.emplace(Search{FolderTree(directory), WildcardPattern(form(pattern))});
+    } catch (const std::exception&) {
+        // no memory: finds nothing
+    }
 }
 
 FileFinder::~FileFinder() = default;
@@ -36,13 +52,16 @@ bool FileFinder::findNextFile(std::string& out)
 }
 
 bool FileFinder::findMatch(std::string& out)
-{
-    std::string path;
-    while (m_tree.next(path)) {
-        if (m_pattern.matches(path)) {
-            out = path;
+try {
+    while (m_search && goToNextEntry(m_search->tree)) {
+        std::string path = m_search->tree.path();
+        if (m_search->pattern.matches(path)) {
+            out = std::move(path);
             return true;
         }
     }
+    return false;
+} catch (const std::exception&) {
+    m_search.reset(); // no memory: ends here
     return false;
 }

@@ -3,12 +3,14 @@
 #include "FolderTree.h"
 #include "WildcardPattern.h"
 
+#include <optional>
 #include <string>
 
 /// Finds the entries of a folder tree whose path relative to the folder matches a pattern: files,
 /// folders and links alike. "*" stands for any bytes, "/" included, "?" for one.
 ///
-/// Not shared between threads; a folder that cannot be read has no entries.
+/// Nothing throws: a folder that cannot be read has no entries, and the search ends where there is
+/// no memory for it. Not shared between threads.
 class FileFinder {
 public:
     /// A pattern that does not begin with "*" gets one in front, so that "txt" finds what ends in
@@ -26,11 +28,18 @@ public:
     virtual bool findNextFile(std::string& out);
 
 protected:
-    FileFinder(const std::string& directory, WildcardPattern pattern);
+    /// What becomes of a pattern before it is matched.
+    using PatternForm = std::string (*)(const std::string&);
+
+    FileFinder(const std::string& directory, const std::string& pattern, PatternForm form);
 
     bool findMatch(std::string& out);
 
 private:
-    FolderTree m_tree;
-    WildcardPattern m_pattern;
+    struct Search {
+        FolderTree tree;
+        WildcardPattern pattern;
+    };
+
+    std::optional<Search> m_search; // ends where there is no memory for it
 };

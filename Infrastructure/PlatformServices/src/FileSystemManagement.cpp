@@ -1,7 +1,7 @@
 #include "FileSystemManagement.h"
 
 #include "Folder.h"
-#include "FolderEmptier.h"
+#include "FolderTree.h"
 #include "RegularFile.h"
 #include "SystemFolders.h"
 
@@ -36,9 +36,49 @@ std::string fixedPart(std::string pattern)
     return star == std::string::npos ? pattern : pattern.erase(star, 1);
 }
 
-bool makeFolder(const std::string& path)
+// Has the folder of the path made, and before it each one above it, until that fails.
+template<typename Make>
+bool makeEachFolder(const std::string& path, const Make& make)
 {
-    return mkdir(path.c_str(), folderMode) == 0 || errno == EEXIST;
+    if (path.empty())
+        return false;
+    umask(0); // kept: folders are open to everybody, and the mask stays so
+    for (std::size_t end = 1; end <= path.size(); ++end) {
+        if (end < path.size() && path[end] != '/')
+            continue;
+        if (!make(path.substr(0, end)))
+            return false;
+    }
+    return true;
+}
+
+void removeEntry(FolderTree& tree)
+{
+    struct stat status {};
+    const char* const name = tree.name().c_str();
+    if (fstatat(tree.folder(), name, &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return;
+    if (S_ISREG(status.st_mode) || S_ISLNK(status.st_mode))
+        unlinkat(tree.folder(), name, 0);
+    else if (S_ISDIR(status.st_mode) && !tree.enter())
+        unlinkat(tree.folder(), name, AT_REMOVEDIR);
+}
+
+// Passes over what cannot be removed; tells whether there was anything in the folder.
+bool emptyFolder(const std::string& path)
+{
+    FolderTree tree(path);
+    bool hadEntries = false;
+    while (true) {
+        if (tree.next()) {
+            hadEntries = true;
+            removeEntry(tree);
+        } else if (tree.leave()) {
+            unlinkat(tree.folder(), tree.name().c_str(), AT_REMOVEDIR);
+        } else {
+            return hadEntries;
+        }
+    }
 }
 
 // kept: the fixed part may stand anywhere in the name, and nobody asks whether a file, or what is
@@ -53,7 +93,7 @@ bool copyEntry(
     if (stat(from.c_str(), &status) != 0)
         return false;
     if (S_ISDIR(status.st_mode)) {
-        if (!makeFolder(to))
+        if (mkdir(to.c_str(), folderMode) != 0 && errno != EEXIST)
             return false;
         FileSystemManagement::copyFolder(from, to, fixed);
     } else if (S_ISREG(status.st_mode) && name.find(fixed) != std::string::npos) {
@@ -65,20 +105,26 @@ bool copyEntry(
 } // namespace
 
 std::string FileSystemManagement::getCurrentExecutableFullPath()
-{
+try {
     return SystemFolders::executable();
+} catch (const std::exception&) {
+    return {};
 }
 
 std::string FileSystemManagement::getCurrentExecutableName()
-{
+try {
     const std::string path = getCurrentExecutableFullPath();
     return path.substr(path.rfind('/') + 1);
+} catch (const std::exception&) {
+    return {};
 }
 
 std::string FileSystemManagement::getCurrentExecutableDirectory()
-{
+try {
     const std::string path = getCurrentExecutableFullPath();
     return path.substr(0, path.rfind('/') + 1);
+} catch (const std::exception&) {
+    return {};
 }
 
 std::string FileSystemManagement::getCurrentOutputDirectory()
@@ -87,18 +133,24 @@ std::string FileSystemManagement::getCurrentOutputDirectory()
 }
 
 std::string FileSystemManagement::getUserAppDataDirectory()
-{
+try {
     return dataFolder(SystemFolders::userData());
+} catch (const std::exception&) {
+    return {};
 }
 
 std::string FileSystemManagement::getCommonAppDataDirectory()
-{
+try {
     return dataFolder(SystemFolders::commonData());
+} catch (const std::exception&) {
+    return {};
 }
 
 std::string FileSystemManagement::getUserDesktopFolder()
-{
+try {
     return SystemFolders::desktop();
+} catch (const std::exception&) {
+    return {};
 }
 
 bool FileSystemManagement::existFile(const std::string& path)
@@ -114,23 +166,21 @@ bool FileSystemManagement::existFolder(const std::string& path)
 }
 
 bool FileSystemManagement::createFolder(const std::string& path)
-{
-    return createFolder(path, folderMode);
+try {
+    return makeEachFolder(path, [](const std::string& folder) {
+        return existFolder(folder) || mkdir(folder.c_str(), folderMode) == 0;
+    });
+} catch (const std::exception&) {
+    return false;
 }
 
-bool FileSystemManagement::createFolder(const std::string& path, unsigned int mode)
-{
-    if (path.empty())
-        return false;
-    umask(0); // kept: folders are open to everybody, and the mask stays so
-    for (std::size_t end = 1; end <= path.size(); ++end) {
-        if (end < path.size() && path[end] != '/')
-            continue;
-        const std::string prefix = path.substr(0, end);
-        if (!existFolder(prefix) && mkdir(prefix.c_str(), mode) != 0)
-            return false;
-    }
-    return true;
+bool FileSystemManagement::makeFolder(const std::string& path, unsigned int mode)
+try {
+    return makeEachFolder(path, [mode](const std::string& folder) {
+        return mkdir(folder.c_str(), mode) == 0 || existFolder(folder);
+    });
+} catch (const std::exception&) {
+    return false;
 }
 
 bool FileSystemManagement::createFile(const std::string& folder, const std::string& name)
@@ -159,7 +209,7 @@ try {
 
 bool FileSystemManagement::copyFolder(
     const std::string& source, const std::string& destination, const std::string& pattern)
-{
+try {
     umask(0); // kept: as in createFolder()
     const std::string fixed = fixedPart(pattern);
     if (!existFolder(source) || !createFolder(destination))
@@ -168,6 +218,8 @@ bool FileSystemManagement::copyFolder(
     return names && std::all_of(names->begin(), names->end(), [&](const std::string& name) {
                return copyEntry(source, destination, name, fixed);
            });
+} catch (const std::exception&) {
+    return false;
 }
 
 bool FileSystemManagement::deleteFile(const std::string& path)
@@ -181,9 +233,11 @@ bool FileSystemManagement::DeleteEmptyFolder(const std::string& path)
 }
 
 bool FileSystemManagement::deleteFolder(const std::string& path, bool removeSelf)
-{
-    const bool hadEntries = FolderEmptier(path).run();
+try {
+    const bool hadEntries = emptyFolder(path);
     return removeSelf ? rmdir(path.c_str()) == 0 : hadEntries;
+} catch (const std::exception&) {
+    return false;
 }
 
 bool FileSystemManagement::RemoveReadOnly(const std::string& /*path*/)

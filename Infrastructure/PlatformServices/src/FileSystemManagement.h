@@ -6,8 +6,8 @@
 /// folders.
 ///
 /// Paths use "/". No operation throws: a failure is false or an empty string. Any thread may call
-/// them, but createFolder() and copyFolder() set the file mode mask of the whole process to 0 and
-/// leave it so: a file that others must not write gets its mode explicitly.
+/// them, but those that make folders set the file mode mask of the whole process to 0 and leave it
+/// so: a file that others must not write gets its mode explicitly.
 class FileSystemManagement {
 public:
     static char getFolderSeparator() { return '/'; }
@@ -32,10 +32,12 @@ public:
     /// Links are followed.
     static bool existFolder(const std::string& path);
 
-    /// Creates the folder and all missing parents, open to everybody.
+    /// Creates the folder and all missing parents, open to everybody. kept: fails where another
+    /// process makes one of them at the same moment.
     static bool createFolder(const std::string& path);
-    /// The same, but each folder that is new gets exactly this mode.
-    static bool createFolder(const std::string& path, unsigned int mode);
+    /// Makes the folder and all missing parents, each that is new with exactly this mode. One that
+    /// another process makes at the same moment is there after all, and so no failure.
+    static bool makeFolder(const std::string& path, unsigned int mode);
     /// Creates the folder too. An existing file keeps its content.
     static bool createFile(const std::string& folder, const std::string& name);
 

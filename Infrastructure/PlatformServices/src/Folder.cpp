@@ -13,13 +13,16 @@ struct CloseListing {
 };
 using Listing = std::unique_ptr<DIR, CloseListing>;
 
-// A listing of its own, so that each one starts at the first entry.
+// From the first entry, wherever an earlier listing ended. A second opening of the folder instead
+// would need the right to search it.
 Listing openListing(int folder)
 {
-    FileDescriptor own(openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    FileDescriptor own(fcntl(folder, F_DUPFD_CLOEXEC, 0));
     Listing listing(own.isOpen() ? fdopendir(own.get()) : nullptr);
-    if (listing)
-        own.release();
+    if (!listing)
+        return nullptr;
+    own.release();
+    rewinddir(listing.get());
     return listing;
 }
 

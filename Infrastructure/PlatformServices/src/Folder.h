@@ -11,7 +11,7 @@
 
 /// An open folder, so that what is done in it afterwards stays in it whatever becomes of its path.
 ///
-/// Nothing throws for a folder's sake: one that could not be opened tells so and has no names.
+/// Nothing throws for a folder's sake: one that is not open tells so and has no names.
 class Folder {
 public:
     /// Opens `path`, taken relative to the open folder `parent` (AT_FDCWD: the current one). With
@@ -19,11 +19,13 @@ public:
     Folder(int parent, const std::string& path, int flags = 0);
 
     bool isOpen() const { return m_descriptor.isOpen(); }
+    void close() { const FileDescriptor closed = std::move(m_descriptor); }
     int descriptor() const { return m_descriptor.get(); }
     /// Why the folder could not be opened; no error when it is open.
     std::error_code error() const { return m_error; }
 
-    /// The names of the entries but "." and "..", sorted; nothing when they cannot be read.
+    /// The names of the entries but "." and "..", sorted; nothing when they cannot be read. Throws
+    /// std::bad_alloc.
     std::optional<std::vector<std::string>> names() const;
 
 private:

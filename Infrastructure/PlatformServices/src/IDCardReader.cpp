@@ -2,11 +2,20 @@
 
 #include "CallMarker.h"
 #include "SafeFile.h"
+#include "TextLine.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <exception>
 #include <optional>
-#include <sstream>
 #include <utility>
+
+namespace {
+
+// Far above any card; what holds more is none.
+constexpr std::size_t longestCard = std::size_t{16} * 1024 * 1024;
+
+} // namespace
 
 IDCardReader::IDCardReader(std::string directory) : m_directory(std::move(directory))
 {
@@ -19,22 +28,24 @@ IDCardReader::~IDCardReader()
 }
 
 bool IDCardReader::readIDCard()
-{
+try {
     CallMarker marker("bool IDCardReader::readIDCard()", this);
-    std::optional<std::string> card =
-        SafeFile::read(m_directory + "ID.txt", SafeFile::Links::follow);
+    const std::optional<std::string> card =
+        SafeFile::read(m_directory + "ID.txt", SafeFile::Links::follow, longestCard);
     if (!card)
         return false;
 
     bool hasEntry = false;
-    std::istringstream lines(*std::move(card));
-    for (std::string line; std::getline(lines, line);) {
-        if (line.find('&') != std::string::npos)
+    for (std::string_view rest = *card; !rest.empty();) {
+        const std::string_view line = takeLine(rest);
+        if (line.find('&') != std::string_view::npos)
             return false;
         if (storeEntry(line))
             hasEntry = true;
     }
     return hasEntry;
+} catch (const std::exception&) {
+    return false; // no memory for an entry
 }
 
 // The value ends at its first character that is not printable, whatever the locale: the carriage
@@ -55,80 +66,91 @@ bool IDCardReader::storeEntry(std::string_view line)
 }
 
 std::string IDCardReader::getParam(const std::string& key) const
-{
+try {
     CallMarker marker("IDCardReader::getParam", this);
     const auto entry = m_parameters.find(key);
     return entry != m_parameters.end() ? entry->second : std::string();
+} catch (const std::exception&) {
+    return {};
 }
 
 std::map<std::string, std::string> IDCardReader::getIDCardParams() const
-{
+try {
     CallMarker marker("IDCardReader::getIDCardParams", this);
     return m_parameters;
+} catch (const std::exception&) {
+    return {};
+}
+
+std::string IDCardReader::getKnownParam(const char* key) const
+try {
+    return getParam(key);
+} catch (const std::exception&) {
+    return {};
 }
 
 std::string IDCardReader::getFleetID() const
 {
     CallMarker marker("IDCardReader::getFleetID", this);
-    return getParam("FLEET_ID");
+    return getKnownParam("FLEET_ID");
 }
 
 std::string IDCardReader::getCustomerID() const
 {
     CallMarker marker("IDCardReader::getCustomerID", this);
-    return getParam("CUSTOMER_ID");
+    return getKnownParam("CUSTOMER_ID");
 }
 
 std::string IDCardReader::getGenerationVersion() const
 {
     CallMarker marker("IDCardReader::getGenerationVersion", this);
-    return getParam("GENERATION_VERSION");
+    return getKnownParam("GENERATION_VERSION");
 }
 
 std::string IDCardReader::getTAVAdministrationTool() const
 {
     CallMarker marker("IDCardReader::getTAVAdministrationTool", this);
-    return getParam("IT_MANAGER");
+    return getKnownParam("IT_MANAGER");
 }
 
 std::string IDCardReader::getBUName() const
 {
     CallMarker marker("IDCardReader::getBUName", this);
-    return getParam("BU_NAME");
+    return getKnownParam("BU_NAME");
 }
 
 std::string IDCardReader::getReferenceVersion() const
 {
     CallMarker marker("IDCardReader::getReferenceVersion", this);
-    return getParam("REFERENCE_VERSION");
+    return getKnownParam("REFERENCE_VERSION");
 }
 
 std::string IDCardReader::getProductName() const
 {
     CallMarker marker("IDCardReader::getProductName", this);
-    return getParam("PRODUCT_NAME");
+    return getKnownParam("PRODUCT_NAME");
 }
 
 std::string IDCardReader::getBuildTarget() const
 {
     CallMarker marker("IDCardReader::getBuildTarget", this);
-    return getParam("BUILD_TARGET");
+    return getKnownParam("BUILD_TARGET");
 }
 
 std::string IDCardReader::getCommercialVersion() const
 {
     CallMarker marker("IDCardReader::getCommercialVersion", this);
-    return getParam("COMMERCIAL_VERSION");
+    return getKnownParam("COMMERCIAL_VERSION");
 }
 
 std::string IDCardReader::getProductVersion() const
 {
     CallMarker marker("IDCardReader::getProductVersion", this);
-    return getParam("PRODUCT_VERSION");
+    return getKnownParam("PRODUCT_VERSION");
 }
 
 std::string IDCardReader::getUpgradeCode() const
 {
     CallMarker marker("IDCardReader::getUpgradeCode", this);
-    return getParam("UPGRADE_CODE");
+    return getKnownParam("UPGRADE_CODE");
 }

@@ -8,7 +8,7 @@
 /// the product, its versions, its build target and its upgrade code.
 ///
 /// A card that cannot be read, or that holds an "&", is told by readIDCard() alone; no exception
-/// leaves the reader. Used by one thread.
+/// leaves the reader: what there is no memory for is absent. Used by one thread.
 class IDCardReader {
 public:
     /// `directory` holds the card and ends with the separator. Nothing is read yet.
@@ -39,6 +39,7 @@ public:
     std::string getUpgradeCode() const;
 
 private:
+    std::string getKnownParam(const char* key) const;
     bool storeEntry(std::string_view line);
 
     std::string m_directory;

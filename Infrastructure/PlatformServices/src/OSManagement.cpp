@@ -2,30 +2,44 @@
 
 #include "SystemFacts.h"
 
-std::string OSManagement::getCurrentOS()
+#include <exception>
+
+namespace {
+
+std::string versionText()
 {
-    std::string name;
-    std::string version;
-    getCurrentOS(name, version);
-    return name + " " + version + " ";
+    const auto [major, minor, bugFix] = SystemFacts::version();
+    return std::to_string(major) + "." + std::to_string(minor) + "." + std::to_string(bugFix);
+}
+
+} // namespace
+
+std::string OSManagement::getCurrentOS()
+try {
+    return gsc_MacOsX + (" " + versionText()) + " ";
+} catch (const std::exception&) {
+    return {};
 }
 
 void OSManagement::getCurrentOS(std::string& name, std::string& version)
-{
-    const auto [major, minor, bugFix] = SystemFacts::version();
+try {
     name = gsc_MacOsX;
-    version = std::to_string(major) + "." + std::to_string(minor) + "." + std::to_string(bugFix);
+    version = versionText();
+} catch (const std::exception&) {
+    name.clear();
+    version.clear();
 }
 
 std::string OSManagement::getFullOSDescription()
-{
-    std::string name;
-    std::string version;
-    getCurrentOS(name, version);
-    return name + "_" + version;
+try {
+    return gsc_MacOsX + ("_" + versionText());
+} catch (const std::exception&) {
+    return {};
 }
 
 std::string OSManagement::getUserUILanguage()
-{
+try {
     return SystemFacts::preferredLanguage().substr(0, 2);
+} catch (const std::exception&) {
+    return {};
 }

@@ -7,7 +7,7 @@ inline constexpr const char* gsc_MacOsX = "Mac OS X";
 
 /// Name and version of the operating system, and the language of its user interface.
 ///
-/// No operation throws; any thread may call them.
+/// No operation throws: what there is no memory for is empty. Any thread may call them.
 class OSManagement {
 public:
     /// Name and version, followed by a blank. kept: the blank belongs to the text.

@@ -1,7 +1,7 @@
 #include "PatternFileFinder.h"
 
 PatternFileFinder::PatternFileFinder(const std::string& directory, const std::string& pattern)
-    : FileFinder(directory, WildcardPattern(pattern))
+    : FileFinder(directory, pattern, [](const std::string& given) { return given; })
 {
 }
 

@@ -2,6 +2,7 @@
 
 #include "SystemCall.h"
 
+#include <algorithm>
 #include <array>
 #include <stdexcept>
 
@@ -43,17 +44,20 @@ struct stat RegularFile::status() const
     return status;
 }
 
-std::string RegularFile::readAll() const
+std::string RegularFile::readAll(std::size_t longest) const
 {
     std::string content;
-    content.reserve(static_cast<std::size_t>(status().st_size));
+    content.reserve(std::min(static_cast<std::size_t>(status().st_size), longest));
     std::array<char, 65536> piece; // NOLINT(cppcoreguidelines-pro-type-member-init): read into
     while (true) {
         const ssize_t count =
             checked(read(m_descriptor.get(), piece.data(), piece.size()), "reading the file");
         if (count == 0)
             return content;
-        content.append(piece.data(), static_cast<std::size_t>(count));
+        const auto size = static_cast<std::size_t>(count);
+        if (size > longest - content.size())
+            throw std::runtime_error("reading the file: It is too long");
+        content.append(piece.data(), size);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "FileDescriptor.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -24,8 +25,8 @@ public:
 
     struct stat status() const;
 
-    /// From the current position to the end.
-    std::string readAll() const;
+    /// From the current position to the end. More than `longest` bytes are a failure.
+    std::string readAll(std::size_t longest = std::string::npos) const;
     /// At the current position.
     void write(std::string_view content) const;
     /// Makes `content` the whole content, without ever cutting the file before it is written.

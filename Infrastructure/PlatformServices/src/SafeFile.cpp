@@ -121,10 +121,10 @@ bool isRefusal(const std::error_code& error)
 
 } // namespace
 
-std::optional<std::string> SafeFile::read(const std::string& path, Links links)
+std::optional<std::string> SafeFile::read(const std::string& path, Links links, std::size_t longest)
 try {
     const int flags = links == Links::refuse ? O_NOFOLLOW : 0;
-    return RegularFile(AT_FDCWD, path, O_RDONLY | flags).readAll();
+    return RegularFile(AT_FDCWD, path, O_RDONLY | flags).readAll(longest);
 } catch (const std::exception&) {
     return std::nullopt;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,8 +17,11 @@ public:
     /// Whether a symbolic link is refused or leads to the file that it names.
     enum class Links { refuse, follow };
 
-    /// The whole content; nothing when the file cannot be opened or read.
-    static std::optional<std::string> read(const std::string& path, Links links = Links::refuse);
+    /// The whole content; nothing when the file cannot be opened or read, or holds more than
+    /// `longest` bytes.
+    static std::optional<std::string> read(
+        const std::string& path, Links links = Links::refuse,
+        std::size_t longest = std::string::npos);
 
     /// Reads the content that a change starts from, which is empty when the file is missing. Never
     /// a mix: what another process writes in place is not read.

@@ -4,7 +4,8 @@
 #include <string>
 
 /// What the operating system tells about itself and its user: the one class behind OSManagement
-/// that each system has an implementation of its own of, in the folder of its name. Nothing throws.
+/// that each system has an implementation of its own of, in the folder of its name. Throws
+/// std::bad_alloc alone.
 class SystemFacts {
 public:
     /// Major, minor and bug-fix number; what is not told is 0.

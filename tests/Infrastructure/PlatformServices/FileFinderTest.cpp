@@ -1,5 +1,7 @@
 #include "FileFinder.h"
 
+#include "DeepFolder.h"
+#include "OrdinaryUser.h"
 #include "PatternFileFinder.h"
 #include "TemporaryFolder.h"
 #include "VirtualSlot.h"
@@ -187,6 +189,57 @@ TEST_F(Finders, FindNothingWhereThereIsNoFolder)
     EXPECT_THAT(allOfPattern("", "*"), IsEmpty());
 }
 
+TEST_F(Finders, FindTheNamesInAFolderThatMayBeReadAndNotSearched)
+{
+    namespace fs = std::filesystem;
+    m_folder.write("z", "");
+    fs::permissions(m_folder.path(), fs::perms{0755});
+    fs::permissions(m_folder.file("sub"), fs::perms{0444});
+
+    EXPECT_TRUE(asOrdinaryUser([&] {
+        EXPECT_THAT(
+            allOf(m_folder.path(), "*"),
+            ElementsAre("a.txt", "b.cfg", "name", "sub", "sub/c.txt", "sub/deep", "z"));
+        EXPECT_THAT(allOf(m_folder.file("sub"), "*"), ElementsAre("c.txt", "deep"));
+        return !HasFailure();
+    }));
+    fs::permissions(m_folder.file("sub"), fs::perms{0755});
+}
+
+TEST_F(Finders, PassOverAFolderThatMayNotBeRead)
+{
+    namespace fs = std::filesystem;
+    m_folder.write("z", "");
+    fs::permissions(m_folder.path(), fs::perms{0755});
+    fs::permissions(m_folder.file("sub"), fs::perms{0111});
+
+    EXPECT_TRUE(asOrdinaryUser([&] {
+        EXPECT_THAT(allOf(m_folder.path(), "*"), ElementsAre("a.txt", "b.cfg", "name", "sub", "z"));
+        EXPECT_THAT(allOf(m_folder.file("sub"), "*"), IsEmpty());
+        return !HasFailure();
+    }));
+    fs::permissions(m_folder.file("sub"), fs::perms{0755});
+}
+
+TEST_F(Finders, FindWhatLiesDeeperThanAPathCanBeLong)
+{
+    constexpr int levels = 20;
+    const std::string name = nest(m_folder.file("sub"), levels);
+    m_folder.write("z", "");
+
+    std::vector<std::string> found;
+    EXPECT_TRUE(withThreeDescriptors([&] {
+        found = allOfPattern(m_folder.path(), "*");
+        return found.size() == 8 + levels && found.back() == "z";
+    }));
+    found = allOfPattern(m_folder.path(), "sub/" + name + "*");
+
+    ASSERT_THAT(found, testing::SizeIs(levels));
+    std::string expected = "sub";
+    for (const std::string& path : found)
+        EXPECT_EQ(path, expected += "/" + name);
+}
+
 TEST_F(Finders, PassOverAFolderThatVanishes)
 {
     FileFinder finder(m_folder.path(), "*");
@@ -198,5 +251,21 @@ TEST_F(Finders, PassOverAFolderThatVanishes)
 
     EXPECT_TRUE(finder.findNextFile(path));
     EXPECT_EQ(path, "sub");
+    EXPECT_FALSE(finder.findNextFile(path));
+}
+
+TEST_F(Finders, EndInAFolderThatIsMovedOutOfTheTree)
+{
+    const TemporaryFolder elsewhere;
+    elsewhere.write("outside", "");
+    m_folder.write("z", "");
+    FileFinder finder(m_folder.path(), "*");
+    std::string path;
+
+    while (path != "sub/deep/d.txt")
+        ASSERT_TRUE(finder.findNextFile(path));
+    std::filesystem::rename(m_folder.file("sub/deep"), elsewhere.file("deep"));
+
+    EXPECT_FALSE(finder.findNextFile(path));
     EXPECT_FALSE(finder.findNextFile(path));
 }

@@ -2,11 +2,13 @@
 
 #include "FileModeMask.h"
 #include "OrdinaryUser.h"
+#include "SystemCallFaults.h"
 #include "TemporaryFolder.h"
 
 #include <filesystem>
 #include <string>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -116,17 +118,6 @@ TEST_F(CreateFolder, OpensNewFoldersToEverybodyAndLeavesTheMaskAtZero)
     EXPECT_EQ(FileModeMask::current(), 0U);
 }
 
-TEST_F(CreateFolder, GivesEachNewFolderTheModeAndLeavesAnOldOneAlone)
-{
-    fs::permissions(m_folder.path(), fs::perms{0711});
-
-    EXPECT_TRUE(FileSystemManagement::createFolder(path("a/b"), 0750));
-
-    EXPECT_EQ(modeOf("a"), fs::perms{0750});
-    EXPECT_EQ(modeOf("a/b"), fs::perms{0750});
-    EXPECT_EQ(modeOf(""), fs::perms{0711});
-}
-
 TEST_F(CreateFolder, IsContentWithAFolderThatExists)
 {
     fs::create_directory(path("a"));
@@ -206,6 +197,29 @@ TEST_F(CreateFile, KeepsTheContentOfAnExistingFile)
     EXPECT_EQ(m_folder.read("file"), "content");
 }
 
+TEST_F(CreateFile, OpensTheFileForAppend)
+{
+    SystemCallFaults calls;
+
+    EXPECT_TRUE(FileSystemManagement::createFile(m_folder.path(), "file"));
+
+    EXPECT_NE(calls.calls().at(0).flags & O_APPEND, 0);
+}
+
+TEST_F(CreateFile, FollowsALink)
+{
+    m_folder.write("target", "content");
+    link("target", "link");
+    link("new", "dangling");
+
+    EXPECT_TRUE(FileSystemManagement::createFile(m_folder.path(), "link"));
+    EXPECT_TRUE(FileSystemManagement::createFile(m_folder.path(), "dangling"));
+
+    EXPECT_EQ(m_folder.read("target"), "content");
+    EXPECT_TRUE(fs::is_regular_file(path("new")));
+    EXPECT_TRUE(fs::is_symlink(path("dangling")));
+}
+
 TEST_F(CreateFile, FailsForAnEmptyFolder)
 {
     const fs::path former = fs::current_path();
@@ -249,6 +263,15 @@ TEST_F(DeleteFile, TellsTrueWhenItFailed)
     EXPECT_TRUE(FileSystemManagement::deleteFile(""));
 
     EXPECT_TRUE(fs::exists(path("folder/inner")));
+}
+
+TEST_F(DeleteFile, RemovesAnEmptyFolderToo)
+{
+    fs::create_directory(path("empty"));
+
+    EXPECT_FALSE(FileSystemManagement::deleteFile(path("empty")));
+
+    EXPECT_FALSE(fs::exists(path("empty")));
 }
 
 TEST_F(DeleteFile, RemovesALinkAndNotItsTarget)

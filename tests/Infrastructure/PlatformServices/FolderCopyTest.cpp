@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -332,6 +333,19 @@ TEST_F(FolderCopy, FailsForAFolderThatCannotBeListed)
     EXPECT_FALSE(copyFolder("*"));
 }
 
+TEST_F(FolderCopy, TakesTheFirstOfSeveralStarsOutOfThePattern)
+{
+    const std::vector<std::pair<std::string, std::string>> patternsAndNames{
+        {"*.*x*.*", "x*.*"}, {"*.y*.z", ".y*.z"}, {"*z*", "z*"}};
+    for (const auto& [pattern, name] : patternsAndNames) {
+        m_folder.write("source/" + name, "");
+
+        EXPECT_TRUE(copyFolder(pattern));
+
+        EXPECT_TRUE(fs::exists(path("destination/" + name))) << pattern;
+    }
+}
+
 TEST_F(FolderCopy, FollowsLinks)
 {
     link("a.txt", "source/link.txt");
@@ -400,5 +414,5 @@ INSTANTIATE_TEST_SUITE_P(
         Pattern{"AllInTheMiddle", "a*.*.txt", {"a.txt", "sub"}},
         Pattern{"QuestionMarkIsNoWildcard", "?", {"sub"}},
         Pattern{"SecondStarIsReducedOneLevelDown", "**", {"*x.b", "sub", "sub/b.cfg", "sub/c"}},
-        Pattern{"NoMatch", "*.none", {"sub"}}),
+        Pattern{"InThePathAlone", "source", {"sub"}}, Pattern{"NoMatch", "*.none", {"sub"}}),
     [](const auto& row) { return row.param.name; });

@@ -2,9 +2,11 @@
 
 #include "MarkedCalls.h"
 #include "OrdinaryUser.h"
+#include "SystemCallFaults.h"
 #include "TemporaryFolder.h"
 #include "VirtualSlot.h"
 
+#include <cerrno>
 #include <clocale>
 #include <filesystem>
 #include <memory>
@@ -104,6 +106,30 @@ TEST_F(IDCard, MayStandBehindALink)
     m_folder.write("card", "PRODUCT_NAME=Tool\n");
     ASSERT_EQ(symlink("card", m_folder.file("ID.txt").c_str()), 0);
 
+    EXPECT_TRUE(m_reader.readIDCard());
+}
+
+TEST_F(IDCard, IsRefusedWhenReadingItFails)
+{
+    writeCard("PRODUCT_NAME=Tool\n" + std::string(100000, 'x'));
+    for (const int nth : {1, 2}) {
+        SystemCallFaults faults;
+        faults.fail("read", EIO, nth);
+
+        EXPECT_FALSE(m_reader.readIDCard()) << nth;
+        EXPECT_THAT(m_reader.getIDCardParams(), IsEmpty()) << nth;
+    }
+}
+
+TEST_F(IDCard, IsRefusedWhenItIsLongerThanAnyCard)
+{
+    const std::string longest = "PRODUCT_NAME=" + std::string(16777216 - 13, '\0');
+    writeCard(longest + "\n");
+
+    EXPECT_FALSE(m_reader.readIDCard());
+    EXPECT_THAT(m_reader.getIDCardParams(), IsEmpty());
+
+    writeCard(longest);
     EXPECT_TRUE(m_reader.readIDCard());
 }
 

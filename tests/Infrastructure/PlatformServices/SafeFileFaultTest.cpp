@@ -216,6 +216,19 @@ TEST_F(SafeFileFaults, MakesATemporaryFileThatNobodyForeseesAndNobodyElseOpens)
     EXPECT_EQ(names.size(), 4U);
 }
 
+TEST_F(SafeFileFaults, NamesTheTemporaryFileByEveryBitThatIsDrawn)
+{
+    SystemCallFaults faults;
+    faults.claimEntropy("\x01\x23\x45\x67\x89\xab\xcd\xef\xfe\xdc\xba\x98\x76\x54\x32\x10");
+
+    EXPECT_EQ(replace(Backup::none), "");
+
+    EXPECT_THAT(
+        faults.calls(),
+        testing::Contains(testing::Field(
+            &SystemCallFaults::Call::path, ".tav-0123456789abcdeffedcba9876543210")));
+}
+
 TEST_F(SafeFileFaults, OpensNothingThatWaitsFollowsALinkOrReachesAChild)
 {
     SystemCallFaults faults;
@@ -328,6 +341,20 @@ TEST_F(SafeFileFaults, ReadNothingWhenAStepFails)
         faults.fail(step, EIO);
 
         EXPECT_EQ(SafeFile::read(m_folder.file("file")), std::nullopt) << step;
+    }
+}
+
+// As of a file that grows meanwhile.
+TEST_F(SafeFileFaults, ReadNoMoreThanAskedWhateverTheSizeIsSaidToBe)
+{
+    SystemCallFaults faults;
+    faults.limitTransfers(2);
+    for (const off_t size : {off_t{0}, std::numeric_limits<off_t>::max()}) {
+        faults.claimSize(size);
+        const std::string path = m_folder.file("file");
+
+        EXPECT_EQ(SafeFile::read(path, SafeFile::Links::refuse, 15), "the old content");
+        EXPECT_EQ(SafeFile::read(path, SafeFile::Links::refuse, 14), std::nullopt);
     }
 }
 

@@ -63,6 +63,20 @@ TEST(SafeFile, ReadsTheWholeContent)
     EXPECT_EQ(SafeFile::read(folder.file("file")), content);
 }
 
+TEST(SafeFile, ReadsNothingThatIsLongerThanAsked)
+{
+    const TemporaryFolder folder;
+    const std::string content(200000, 'x');
+    folder.write("file", content);
+    const auto readAtMost = [&](std::size_t longest) {
+        return SafeFile::read(folder.file("file"), SafeFile::Links::refuse, longest);
+    };
+
+    EXPECT_EQ(readAtMost(200000), content);
+    EXPECT_EQ(readAtMost(199999), std::nullopt);
+    EXPECT_EQ(readAtMost(0), std::nullopt);
+}
+
 TEST(SafeFile, ReadsAnEmptyFileAsEmpty)
 {
     const TemporaryFolder folder;

@@ -27,6 +27,7 @@ using testing::HasSubstr;
 // What the system tells the code in place of the truth.
 bool toldSecure = false;
 std::optional<std::string> toldHome;
+constexpr uid_t REAL_USER = 1234;
 
 std::string outputOf(const std::string& program)
 {
@@ -48,11 +49,12 @@ bool runsProgramsAsTheirOwner(const std::string& folder)
 
 } // namespace
 
-// The linker leads every call of the two functions here.
+// The linker leads every call of these functions here.
 extern "C" {
 
 unsigned long realGetauxval(unsigned long type) __asm__("__real_getauxval");
 unsigned long toldGetauxval(unsigned long type) __asm__("__wrap_getauxval");
+uid_t toldGetuid() __asm__("__wrap_getuid");
 int toldGetpwuid(uid_t user, passwd* entry, char* texts, std::size_t size, passwd** found) __asm__(
     "__wrap_getpwuid_r");
 
@@ -61,9 +63,16 @@ unsigned long toldGetauxval(unsigned long type)
     return type == AT_SECURE ? static_cast<unsigned long>(toldSecure) : realGetauxval(type);
 }
 
-int toldGetpwuid(uid_t user, passwd* entry, char* /*texts*/, std::size_t /*size*/, passwd** found)
+uid_t toldGetuid()
 {
-    EXPECT_EQ(user, getuid());
+    return REAL_USER;
+}
+
+// A user of whom there is much to tell.
+int toldGetpwuid(uid_t user, passwd* entry, char* /*texts*/, std::size_t size, passwd** found)
+{
+    EXPECT_EQ(user, REAL_USER);
+    EXPECT_GE(size, 10000U);
     *found = toldHome ? entry : nullptr;
     if (toldHome)
         entry->pw_dir = toldHome->data();
@@ -145,6 +154,15 @@ TEST_F(UserDataFolder, IsTheOneOfTheBaseDirectories)
     const ScopedEnvironment data("XDG_DATA_HOME", "/data/of/user//");
 
     EXPECT_EQ(FileSystemManagement::getUserAppDataDirectory(), "/data/of/user");
+}
+
+TEST_F(UserDataFolder, MayBeTheRootOfAllFolders)
+{
+    for (const char* root : {"/", "//"}) {
+        const ScopedEnvironment data("XDG_DATA_HOME", root);
+
+        EXPECT_EQ(FileSystemManagement::getUserAppDataDirectory(), "/") << root;
+    }
 }
 
 TEST_F(UserDataFolder, LiesInTheHomeFolderOtherwise)
@@ -335,6 +353,8 @@ INSTANTIATE_TEST_SUITE_P(
         Setting{"HomeItself", "XDG_DESKTOP_DIR=\"$HOME/\"\n", "~"},
         Setting{"HomeItselfWithoutSeparator", "XDG_DESKTOP_DIR=\"$HOME\"\n", "~"},
         Setting{"Escapes", "XDG_DESKTOP_DIR=\"/a\\\"b\\\\c\\$d\"\n", "/a\"b\\c$d"},
+        Setting{"EscapeBeforeTheLastCharacter", "XDG_DESKTOP_DIR=\"/a\\b", "/ab"},
+        Setting{"BackslashAtTheEnd", "XDG_DESKTOP_DIR=\"/a\\", "/a\\"},
         Setting{"Blank", "XDG_DESKTOP_DIR=\"$HOME/Mon bureau\"\n", "~/Mon bureau"},
         Setting{"LastCounts", "XDG_DESKTOP_DIR=\"/first\"\nXDG_DESKTOP_DIR=\"/last\"\n", "/last"},
         Setting{"Comment", "#XDG_DESKTOP_DIR=\"/desk\"\n", "~/Desktop"},

@@ -1,13 +1,13 @@
 #include "SystemFolders.h"
 
 #include "SafeFile.h"
+#include "TextLine.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
-#include <sstream>
 #include <string_view>
 
 #include <pwd.h>
@@ -107,11 +107,11 @@ std::string SystemFolders::desktop()
 {
     const std::string settings =
         baseFolder("XDG_CONFIG_HOME", belowHome("/.config")) + "/user-dirs.dirs";
-    std::istringstream lines(
-        SafeFile::read(settings, SafeFile::Links::follow).value_or(std::string()));
+    const std::string text =
+        SafeFile::read(settings, SafeFile::Links::follow).value_or(std::string());
 
     std::string desktop = belowHome("/Desktop");
-    for (std::string line; std::getline(lines, line);)
-        desktop = desktopOfLine(line).value_or(desktop);
+    for (std::string_view rest = text; !rest.empty();)
+        desktop = desktopOfLine(takeLine(rest)).value_or(desktop);
     return desktop;
 }
