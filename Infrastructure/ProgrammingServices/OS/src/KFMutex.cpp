@@ -1,5 +1,27 @@
 #include "KFMutex.h"
 
+#include <ctime>
+
+namespace {
+
+#ifdef TAV_HAS_MUTEX_CLOCKLOCK
+constexpr clockid_t c_clock = CLOCK_MONOTONIC;
+
+int lockUntil(pthread_mutex_t& mutex, const std::timespec& deadline)
+{
+    return pthread_mutex_clocklock(&mutex, c_clock, &deadline);
+}
+#else
+constexpr clockid_t c_clock = CLOCK_REALTIME;
+
+int lockUntil(pthread_mutex_t& mutex, const std::timespec& deadline)
+{
+    return pthread_mutex_timedlock(&mutex, &deadline);
+}
+#endif
+
+} // namespace
+
 KFMutex::KFMutex(bool recursive)
 {
     pthread_mutexattr_init(&m_attr);
@@ -27,4 +49,12 @@ void KFMutex::release()
 bool KFMutex::tryacquire()
 {
     return pthread_mutex_trylock(&m_mutex) == 0;
+}
+
+bool KFMutex::acquireWithin(unsigned int seconds)
+{
+    std::timespec deadline{};
+    clock_gettime(c_clock, &deadline);
+    deadline.tv_sec += seconds;
+    return lockUntil(m_mutex, deadline) == 0;
 }

@@ -19,6 +19,9 @@ public:
     void release();
     /// True when the lock was taken; never waits.
     bool tryacquire();
+    /// True when the lock was taken; waits for it no longer than the seconds, also when somebody
+    /// sets the clock meanwhile.
+    bool acquireWithin(unsigned int seconds);
     pthread_mutex_t* getHandle() { return &m_mutex; }
 
 private:

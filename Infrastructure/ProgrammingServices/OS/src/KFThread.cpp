@@ -16,7 +16,10 @@ KFThread::KFThread(const char* name)
 {
     if (name != nullptr)
         m_name = name;
-    Contract::require(pthread_attr_init(&m_attr) == 0, "!pthread_attr_init(&m_attr)", c_unit, 46);
+    m_hasAttributes = Contract::require(
+        pthread_attr_init(&m_attr) == 0, "!pthread_attr_init(&m_attr)", c_unit, 46);
+    if (!m_hasAttributes)
+        return;
     Contract::require(
         pthread_attr_setdetachstate(&m_attr, PTHREAD_CREATE_JOINABLE) == 0,
         "!pthread_attr_setdetachstate(&m_attr, PTHREAD_CREATE_JOINABLE)", c_unit, 47);
@@ -27,13 +30,16 @@ KFThread::~KFThread()
     if (m_running)
         KFThread::onTerminate();
     join();
-    pthread_attr_destroy(&m_attr);
+    if (m_hasAttributes)
+        pthread_attr_destroy(&m_attr);
 }
 
 bool KFThread::start()
 {
+    // The system's own attributes make a thread joinable, too.
+    const pthread_attr_t* const attributes = m_hasAttributes ? &m_attr : nullptr;
     m_running = true;
-    m_joinable = pthread_create(&m_handle, &m_attr, &KFThread::threadStart, this) == 0;
+    m_joinable = pthread_create(&m_handle, attributes, &KFThread::threadStart, this) == 0;
     return m_joinable;
 }
 
@@ -65,10 +71,9 @@ void KFThread::sleep(unsigned int seconds)
 
 void* KFThread::threadStart(void* argument)
 {
-    Contract::require(argument != nullptr, "arg != NULL", c_unit, 156);
-    auto* const thread = static_cast<KFThread*>(argument);
-    if (thread == nullptr)
+    if (!Contract::require(argument != nullptr, "arg != NULL", c_unit, 156))
         return nullptr;
+    auto* const thread = static_cast<KFThread*>(argument);
     if (thread->isTraced())
         Tracer::GetInstance()->BeginningOfThread(thread->m_name->c_str());
     thread->run();
@@ -84,9 +89,12 @@ bool KFThread::isTraced() const
 }
 
 // A thread is joined once at most, and only when it was created; one whose body has returned is
-// joined too, so that its stack is given back.
+// joined too, so that its stack is given back. What a body cannot wait for, its own end or that of
+// a thread which waits for it, is left to the next join, that of the destructor at the latest.
 void KFThread::join()
 {
-    if (m_joinable.exchange(false))
-        pthread_join(m_handle, nullptr);
+    if (pthread_equal(pthread_self(), m_handle) != 0 || !m_joinable.exchange(false))
+        return;
+    if (pthread_join(m_handle, nullptr) != 0)
+        m_joinable = true;
 }

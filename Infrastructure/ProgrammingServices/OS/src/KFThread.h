@@ -28,7 +28,8 @@ public:
 
     /// False when the thread could not be created. Kept: isRunning() stays true then.
     bool start();
-    /// Asks the body to finish and waits until it has.
+    /// Asks the body to finish and waits until it has; the body itself, which may ask too, does not
+    /// wait.
     void stop();
     /// True from start() until the body has returned.
     bool isRunning() const { return m_running; }
@@ -51,5 +52,6 @@ private:
     std::atomic<bool> m_running = false;
     pthread_t m_handle{};
     pthread_attr_t m_attr{};
+    bool m_hasAttributes = false;         ///< m_attr could be made
     std::atomic<bool> m_joinable = false; ///< created and not joined yet
 };

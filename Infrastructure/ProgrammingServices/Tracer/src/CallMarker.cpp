@@ -1,6 +1,7 @@
 #include "CallMarker.h"
 
 #include "Tracer.h"
+#include "UnlessMemoryRunsOut.h"
 
 bool CallMarker::traces(TraceMsgType type) const
 {
@@ -8,7 +9,7 @@ bool CallMarker::traces(TraceMsgType type) const
 }
 
 void CallMarker::begin(
-    const char* className, const char* methodName, bool isConstructor, const void* object)
+    const char* className, const char* methodName, bool isConstructor, const void* object) noexcept
 {
     Tracer* const tracer = Tracer::GetInstance();
     if (tracer == nullptr)
@@ -17,5 +18,5 @@ void CallMarker::begin(
     m_methodName = methodName;
     m_isConstructor = isConstructor;
     m_object = object;
-    tracer->BeginningOfCall(*this);
+    unlessMemoryRunsOut([this, tracer] { tracer->BeginningOfCall(*this); });
 }

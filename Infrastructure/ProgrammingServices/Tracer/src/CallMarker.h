@@ -9,7 +9,8 @@
 ///
 /// Every function from the tracer's users upward opens one; the texts are what a trace shows and
 /// what its filters match, and must outlive the marker. A marker stays on its thread. With tracing
-/// off it costs one relaxed atomic load.
+/// off it costs one relaxed atomic load. It never throws: a call for which there is no memory is
+/// not recorded.
 class CallMarker {
 public:
     /// A free or static function.
@@ -60,7 +61,8 @@ private:
     friend class Tracer;       // switches tracing
 
     void begin(
-        const char* className, const char* methodName, bool isConstructor, const void* object);
+        const char* className, const char* methodName, bool isConstructor,
+        const void* object) noexcept;
 
     static inline std::atomic<bool> s_tracing = false;
 

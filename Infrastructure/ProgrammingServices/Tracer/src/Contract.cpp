@@ -4,25 +4,26 @@
 
 namespace {
 
-void check(bool holds, const char* kind, const char* condition, const char* unit, int line)
+bool check(bool holds, const char* kind, const char* condition, const char* unit, int line)
 {
     if (!holds)
         KFExceptionHandler::GetInstance()->throwException(0, kind, condition, unit, line);
+    return holds;
 }
 
 } // namespace
 
-void Contract::require(bool holds, const char* condition, const char* unit, int line)
+bool Contract::require(bool holds, const char* condition, const char* unit, int line)
 {
-    check(holds, "REQUIRE VIOLATION", condition, unit, line);
+    return check(holds, "REQUIRE VIOLATION", condition, unit, line);
 }
 
-void Contract::ensure(bool holds, const char* condition, const char* unit, int line)
+bool Contract::ensure(bool holds, const char* condition, const char* unit, int line)
 {
-    check(holds, "ENSURE VIOLATION", condition, unit, line);
+    return check(holds, "ENSURE VIOLATION", condition, unit, line);
 }
 
-void Contract::assertThat(bool holds, const char* condition, const char* unit, int line)
+bool Contract::assertThat(bool holds, const char* condition, const char* unit, int line)
 {
-    check(holds, "ASSERT VIOLATION", condition, unit, line);
+    return check(holds, "ASSERT VIOLATION", condition, unit, line);
 }

@@ -3,17 +3,23 @@
 /// Contract checks, kept in every build. A check that does not hold installs the crash handler and
 /// raises a violation through it: the process reports and ends, nothing is thrown.
 ///
-/// `condition` is the text of what must hold, `unit` and `line` name the check in the report; they
-/// are written out at each check, so that a report does not change with the layout of a file.
+/// Each check tells whether its condition holds. Where the signal of violations is blocked a failed
+/// one returns, so a caller that could not go on without harm leaves:
+///
+///     if (!Contract::require(name != nullptr, "name != NULL", UNIT))
+///         return;
+///
+/// `condition` is the text of what must hold, `unit` names the file in the report. The line is that
+/// of the check, but where readers of the reports know another number.
 namespace Contract {
 
 /// Pre-condition: reported as "REQUIRE VIOLATION".
-void require(bool holds, const char* condition, const char* unit, int line);
+bool require(bool holds, const char* condition, const char* unit, int line = __builtin_LINE());
 
 /// Post-condition: reported as "ENSURE VIOLATION".
-void ensure(bool holds, const char* condition, const char* unit, int line);
+bool ensure(bool holds, const char* condition, const char* unit, int line = __builtin_LINE());
 
 /// Internal assertion: reported as "ASSERT VIOLATION".
-void assertThat(bool holds, const char* condition, const char* unit, int line);
+bool assertThat(bool holds, const char* condition, const char* unit, int line = __builtin_LINE());
 
 } // namespace Contract

@@ -4,49 +4,44 @@
 #include "Contract.h"
 #include "Diagnostics.h"
 #include "FileSystemManagement.h"
+#include "KFMutexGuard.h"
+#include "UnlessMemoryRunsOut.h"
 
 #include <cstdlib>
-#include <ctime>
 #include <utility>
 
 LineOutput::LineOutput(const char* facility) : m_facility(facility) {}
 
 void LineOutput::SetFolderName(const std::string& folderName)
 {
-    m_mutex.acquire();
+    const KFMutexGuard guard(m_mutex);
     m_folderName = folderName;
-    m_mutex.release();
 }
 
 void LineOutput::SetFileName(const std::string& name)
 {
-    m_mutex.acquire();
-    m_currentFileName.clear();
+    const KFMutexGuard guard(m_mutex);
     if (name == "console" || name == "msvc") {
         m_baseFileName = name;
         m_currentFileName = name;
     } else {
-        m_baseFileName = ringBase(name);
-        resumeRing();
+        resumeRing(ringBase(name));
     }
-    m_mutex.release();
 }
 
 void LineOutput::UpdateFileName()
 {
-    m_mutex.acquire();
-    if (m_fileIndex >= m_maxFiles)
-        m_fileIndex = 0;
-    m_currentFileName = RingFiles::name(m_baseFileName, m_fileIndex);
-    m_mutex.release();
+    const KFMutexGuard guard(m_mutex);
+    takeFile(m_baseFileName, m_fileIndex);
 }
 
 void LineOutput::PrintString(const std::string& line)
 {
-    Contract::require(
-        !line.empty(), "!(msg.empty())", "Infrastructure/ProgrammingServices/Tracer/src/LineOutput",
-        46);
-    m_mutex.acquire();
+    if (!Contract::require(
+            !line.empty(), "!(msg.empty())",
+            "Infrastructure/ProgrammingServices/Tracer/src/LineOutput"))
+        return;
+    const KFMutexGuard guard(m_mutex);
     if (m_currentFileName == "console") {
         Console::writeLine(line);
     } else if (writesFiles()) {
@@ -54,51 +49,53 @@ void LineOutput::PrintString(const std::string& line)
         if (m_synchronous)
             WriteOnFile();
     }
-    m_mutex.release();
 }
 
 void LineOutput::WriteOnFile()
 {
-    m_mutex.acquire();
-    if (writesFiles()) {
-        if (!openCurrentFile())
-            return; // kept: the mutex stays held
+    const KFMutexGuard guard(m_mutex);
+    if (!writesFiles())
+        return;
+    if (openCurrentFile())
         writePending();
-    }
-    m_mutex.release();
+    else
+        m_mutex.acquire(); // kept: nobody releases this one, the lines of other threads wait
+}
+
+void LineOutput::writeInBackground()
+{
+    if (!acquireInBoundedTime())
+        return;
+    const KFMutexGuard guard(m_mutex, std::adopt_lock);
+    unlessMemoryRunsOut([this] { WriteOnFile(); });
 }
 
 bool LineOutput::areAllMsgFlushed()
 {
-    m_mutex.acquire();
-    const bool flushed = m_pending.empty();
-    m_mutex.release();
-    return flushed;
+    const KFMutexGuard guard(m_mutex);
+    return m_pending.empty();
 }
 
 void LineOutput::drain()
 {
     if (!acquireInBoundedTime())
         return;
-    while (writesFiles() && !m_pending.empty() && openCurrentFile())
-        writePending();
-    m_mutex.release();
+    const KFMutexGuard guard(m_mutex, std::adopt_lock);
+    unlessMemoryRunsOut([this] {
+        while (writesFiles() && !m_pending.empty() && openCurrentFile())
+            writePending();
+    });
 }
 
 std::string LineOutput::getCurrentFileName()
 {
-    m_mutex.acquire();
-    std::string name = m_currentFileName;
-    m_mutex.release();
-    return name;
+    const KFMutexGuard guard(m_mutex);
+    return m_currentFileName;
 }
 
 void LineOutput::requireFileName(const char* message)
 {
-    m_mutex.acquire();
-    const bool missing = m_baseFileName.empty();
-    m_mutex.release();
-    if (!missing)
+    if (hasFileName())
         return;
     Console::writeLine(message);
     Diagnostics::drainAtExit();
@@ -109,6 +106,12 @@ void LineOutput::writeAllPending()
 {
     while (!m_synchronous && writesFiles() && !m_pending.empty())
         WriteOnFile();
+}
+
+bool LineOutput::hasFileName()
+{
+    const KFMutexGuard guard(m_mutex);
+    return !m_baseFileName.empty();
 }
 
 bool LineOutput::writesFiles() const
@@ -125,16 +128,24 @@ std::string LineOutput::ringBase(const std::string& name) const
     return m_folderName + name;
 }
 
-void LineOutput::resumeRing()
+void LineOutput::resumeRing(std::string base)
 {
-    const long lastUsed = RingFiles::findLastUsed(m_baseFileName, m_maxFiles);
+    const long lastUsed = RingFiles::findLastUsed(base, m_maxFiles);
     const bool ringExists = lastUsed >= 0;
-    m_fileIndex = ringExists ? lastUsed : 0;
-    UpdateFileName();
+    takeFile(std::move(base), ringExists ? lastUsed : 0);
     if (ringExists)
         m_linesInFile = RingFiles::countLines(m_currentFileName);
     else
         m_truncateOnOpen = true;
+}
+
+// The name, which needs memory, comes first: without it the output stays what it was.
+void LineOutput::takeFile(std::string base, long index)
+{
+    const long taken = index < m_maxFiles ? index : 0;
+    m_currentFileName = RingFiles::name(base, taken);
+    m_baseFileName = std::move(base);
+    m_fileIndex = taken;
 }
 
 bool LineOutput::openCurrentFile()
@@ -168,19 +179,14 @@ void LineOutput::writePending()
 bool LineOutput::changeFile()
 {
     m_file.reset();
-    ++m_fileIndex;
+    takeFile(m_baseFileName, m_fileIndex + 1);
     m_truncateOnOpen = true;
-    UpdateFileName();
     m_linesInFile = 0;
     openFile(RingFiles::Mode::append);
     return m_file != nullptr;
 }
 
-// By the wall clock: the thread sanitizer does not know pthread_mutex_clocklock().
 bool LineOutput::acquireInBoundedTime()
 {
-    std::timespec deadline{};
-    clock_gettime(CLOCK_REALTIME, &deadline);
-    deadline.tv_sec += 1;
-    return pthread_mutex_timedlock(m_mutex.getHandle(), &deadline) == 0;
+    return m_mutex.acquireWithin(1);
 }

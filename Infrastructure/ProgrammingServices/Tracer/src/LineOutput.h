@@ -16,8 +16,8 @@
 ///
 /// Lines wait in the queue for a write pass: at once when synchronous, else that of a background
 /// thread, which the derived facility owns. Any thread may call; the one recursive mutex guards
-/// everything here and in the derived facility. A file that cannot be opened is told on standard
-/// error and the lines stay queued.
+/// everything here and in the derived facility but the settings that are atomic. A file that cannot
+/// be opened is told on standard error and the lines stay queued.
 class LineOutput {
 public:
     LineOutput(const LineOutput&) = delete;
@@ -28,7 +28,8 @@ public:
 
     /// Chooses the output: "console", "msvc", or the base name of the ring, which goes on in the
     /// file written last. A name without "/" and "\" is placed in the folder, or beside the
-    /// executable when there is none. Set the number of files first: it bounds the search.
+    /// executable when there is none. Set the number of files first: it bounds the search. The
+    /// output stays what it was when memory runs out.
     void SetFileName(const std::string& name);
 
     /// Remakes the current file's name from base name and index; the index wraps at the maximum.
@@ -44,10 +45,16 @@ public:
     /// pass empties the new file, so that the lines written to it by this pass are lost.
     void WriteOnFile();
 
+    /// A pass of the background thread: WriteOnFile(), left out when another thread holds the mutex
+    /// for a second, as it does for ever after an open that failed, and ended when memory runs out.
+    /// So the thread always comes back to its loop, where it sees that the facility is gone.
+    void writeInBackground();
+
     bool areAllMsgFlushed();
 
     /// Writes what is queued before the process ends, in bounded time: gives up when the mutex
-    /// cannot be had within a second, and when the file cannot be opened. Leaves no mutex held.
+    /// cannot be had within a second, when the file cannot be opened, and when memory runs out.
+    /// Leaves no mutex held, and never throws.
     void drain();
 
     /// Whether each line is written at once, without a background thread.
@@ -78,9 +85,11 @@ protected:
     KFMutex m_mutex{true};
 
 private:
+    bool hasFileName();
     bool writesFiles() const;
     std::string ringBase(const std::string& name) const;
-    void resumeRing();
+    void resumeRing(std::string base);
+    void takeFile(std::string base, long index);
     bool openCurrentFile();
     void openFile(RingFiles::Mode mode);
     void writePending();

@@ -1,6 +1,7 @@
 #include "LogStream.h"
 
 #include "Logger.h"
+#include "UnlessMemoryRunsOut.h"
 
 LogStream::LogStream(LoggerMsgType type) : m_type(type) {}
 
@@ -8,6 +9,6 @@ LogStream::~LogStream()
 {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-security"
-    TAV_LOG(m_type, str().c_str());
+    unlessMemoryRunsOut([this] { TAV_LOG(m_type, str().c_str()); });
 #pragma GCC diagnostic pop
 }

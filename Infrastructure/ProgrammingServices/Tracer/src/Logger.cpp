@@ -1,10 +1,12 @@
 #include "Logger.h"
 
 #include "Contract.h"
+#include "KFMutexGuard.h"
 #include "LoggerConfigFileParser.h"
 #include "LoggerFlushThread.h"
 #include "MessageFormatter.h"
 #include "TimeStamp.h"
+#include "UnlessMemoryRunsOut.h"
 
 #include <cstdarg>
 #include <string>
@@ -50,9 +52,8 @@ Logger* Logger::GetInstance()
 // Kept: the post-condition is checked on the null branch alone.
 void Logger::SetInstance(Logger* pTheLogger)
 {
-    Contract::require(pTheLogger != nullptr, "pTheLogger != NULL", c_unit, 53);
-    if (pTheLogger == nullptr) {
-        Contract::ensure(m_pInstance != nullptr, "m_pInstance != NULL", c_unit, 55);
+    if (!Contract::require(pTheLogger != nullptr, "pTheLogger != NULL", c_unit)) {
+        Contract::ensure(m_pInstance != nullptr, "m_pInstance != NULL", c_unit);
         return;
     }
     m_pInstance = pTheLogger;
@@ -74,8 +75,7 @@ Logger::~Logger()
 
 void Logger::ReadConfigFile(const char* fileName)
 {
-    Contract::require(fileName != nullptr, "fileName != NULL", c_unit, 77);
-    if (fileName == nullptr)
+    if (!Contract::require(fileName != nullptr, "fileName != NULL", c_unit))
         return;
     LoggerConfigFileParser(fileName).parse();
     if (m_active)
@@ -85,10 +85,14 @@ void Logger::ReadConfigFile(const char* fileName)
 void Logger::Initialize()
 {
     requireFileName("please call Logger_SET_FILE_NAME(fileName)");
+    const KFMutexGuard guard(m_mutex);
     if (isSynchronous() || m_flushThread != nullptr)
         return;
     m_flushThread = std::make_unique<LoggerFlushThread>(this);
-    m_flushThread->start();
+    if (m_flushThread->start())
+        return;
+    m_flushThread.reset();
+    setSynchronous(true); // without a thread each line is written at once
 }
 
 bool Logger::logs(LoggerMsgType type) const
@@ -96,34 +100,26 @@ bool Logger::logs(LoggerMsgType type) const
     return m_active && (m_levelMask & static_cast<std::uint32_t>(type)) != 0;
 }
 
-void Logger::writeInBackground()
-{
-    if (!acquireInBoundedTime())
-        return;
-    WriteOnFile();
-    m_mutex.release();
-}
-
 void Logger::PrintMsg(LoggerMsgType type, const char* format, ...)
 {
     std::va_list arguments;
     va_start(arguments, format);
-    m_mutex.acquire();
-    std::string line;
-    if (m_printTime)
-        line += TimeStamp::now();
-    line += tagOf(type);
-    line += MessageFormatter::format(format, arguments);
-    line += '\n';
-    PrintString(line);
-    m_mutex.release();
+    unlessMemoryRunsOut([&] {
+        const KFMutexGuard guard(m_mutex);
+        std::string line;
+        if (m_printTime)
+            line += TimeStamp::now();
+        line += tagOf(type);
+        line += MessageFormatter::format(format, arguments);
+        line += '\n';
+        PrintString(line);
+    });
     va_end(arguments);
 }
 
 void Logger::FinishLogging()
 {
-    m_mutex.acquire();
+    const KFMutexGuard guard(m_mutex);
     m_active = false;
     writeAllPending();
-    m_mutex.release();
 }

@@ -40,12 +40,8 @@ public:
     /// Whether a line of the level is to be written: logging is on and the mask has the level.
     bool logs(LoggerMsgType type) const;
 
-    /// A pass of the background thread: WriteOnFile(), left out when another thread holds the mutex
-    /// for a second, as it does for ever after an open that failed. So the thread always comes back
-    /// to its loop, where it can be told that the log is gone.
-    void writeInBackground();
-
-    /// Formats and emits one line; does not filter by itself.
+    /// Formats and emits one line; does not filter by itself. Never throws: a line for which there
+    /// is no memory is lost.
     void PrintMsg(LoggerMsgType type, const char* format, ...)
         __attribute__((format(printf, 3, 4)));
 

@@ -30,8 +30,30 @@ std::optional<Modification> modificationOf(const std::string& path)
         local.tm_hour * 10000L + local.tm_min * 100L + local.tm_sec};
 }
 
+/// The file's folder, held open: what is found out about it holds for what is looked at in it.
+FileDescriptor folderOf(const std::string& path)
+{
+    const std::string folder = path.substr(0, path.rfind('/') + 1);
+    return FileDescriptor(
+        ::open(folder.empty() ? "." : folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+}
+
+/// Whether nobody else can have given the opened file its second name: it is one's own, in one's
+/// own folder, which others may not change.
+bool isNamedByOneself(const struct stat& file, const std::string& path)
+{
+    constexpr mode_t othersMayWrite = S_IWGRP | S_IWOTH;
+    const FileDescriptor opened = folderOf(path);
+    const char* const name = path.c_str() + (path.rfind('/') + 1);
+    struct stat folder {};
+    struct stat named {};
+    return file.st_uid == geteuid() && fstat(opened.get(), &folder) == 0 &&
+           folder.st_uid == geteuid() && (folder.st_mode & othersMayWrite) == 0 &&
+           fstatat(opened.get(), name, &named, AT_SYMLINK_NOFOLLOW) == 0 &&
+           named.st_dev == file.st_dev && named.st_ino == file.st_ino;
+}
+
 // O_NONBLOCK, so that a FIFO is opened or refused at once; it changes nothing on a regular file.
-// One with a second name may be somebody's else, and is refused too.
 RingFiles::File openRegular(const std::string& path, int flags, const char* streamMode)
 {
     constexpr mode_t newFileMode = 0644;
@@ -39,7 +61,7 @@ RingFiles::File openRegular(const std::string& path, int flags, const char* stre
         ::open(path.c_str(), flags | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY, newFileMode));
     struct stat status {};
     if (!descriptor.isOpen() || fstat(descriptor.get(), &status) != 0 || !S_ISREG(status.st_mode) ||
-        status.st_nlink > 1)
+        (status.st_nlink > 1 && !isNamedByOneself(status, path)))
         return nullptr;
     RingFiles::File file(fdopen(descriptor.get(), streamMode));
     if (file)

@@ -6,9 +6,10 @@
 
 /// The numbered text files base_0.txt, base_1.txt, ... that a trace or a log is written to in turn.
 ///
-/// Only regular files with one name are opened: a folder, a FIFO, a device, a symbolic link or a
-/// file with a second name counts as a file that cannot be opened, and never blocks. Nothing is
-/// kept between the calls.
+/// Only regular files are opened: a folder, a FIFO, a device or a symbolic link counts as a file
+/// that cannot be opened, and never blocks. So does a file with a second name that somebody else
+/// can have given it; in a folder of the process's own user, which others may not change, his own
+/// file may have one. Nothing is kept between the calls.
 class RingFiles {
 public:
     struct Closer {

@@ -1,10 +1,12 @@
 #include "ThreadTracer.h"
 
 #include "CallMarker.h"
+#include "KFMutexGuard.h"
 #include "MessageFormatter.h"
 #include "TimeStamp.h"
 #include "TracedAddress.h"
 #include "Tracer.h"
+#include "UnlessMemoryRunsOut.h"
 
 #include <cstdarg>
 #include <cstdint>
@@ -72,27 +74,28 @@ ThreadTracer::~ThreadTracer()
 
 void ThreadTracer::BeginningOfCall(CallMarker& marker)
 {
+    const KFMutexGuard guard(m_tracer.getMutex());
     if (!m_enabled)
         return;
     const int count = m_tracer.UpdateObjectCount(marker);
-    marker.m_threadTracer = this;
     const char* const methodName = marker.getMethodName();
-    if (!m_tracer.isCallForbiddenToPrint(methodName) &&
-        m_tracer.isCallPermittedToPrint(methodName)) {
-        marker.m_printed = true;
+    const bool printed =
+        !m_tracer.isCallForbiddenToPrint(methodName) && m_tracer.isCallPermittedToPrint(methodName);
+    if (printed)
         printEntry(marker, count);
-    }
     m_callStack.push_back(&marker);
+    // Last, so that a marker that memory did not suffice for has no thread to leave.
+    marker.m_threadTracer = this;
+    marker.m_printed = printed;
 }
 
 // Also with tracing switched off meanwhile: the marker is about to go, so it must leave the stack.
-void ThreadTracer::EndOfCall(const CallMarker& marker)
+void ThreadTracer::EndOfCall(const CallMarker& marker) noexcept
 {
+    const KFMutexGuard guard(m_tracer.getMutex());
     if (CallMarker::isTracing() && m_enabled && m_tracer.getPrintExit() && marker.isPrinted())
-        printExit(marker);
-    m_tracer.getMutex().acquire();
+        unlessMemoryRunsOut([this, &marker] { printExit(marker); });
     m_callStack.pop_back();
-    m_tracer.getMutex().release();
 }
 
 bool ThreadTracer::writes(TraceMsgType type) const
@@ -104,16 +107,19 @@ void ThreadTracer::PrintMsg(TraceMsgType type, const char* format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    const std::string message = MessageFormatter::format(format, arguments);
+    unlessMemoryRunsOut([&] {
+        const std::string message = MessageFormatter::format(format, arguments);
+        std::string line = lineStart();
+        if (m_tracer.getPrintObjects())
+            line += c_noObject;
+        m_tracer.PrintString(line + indentation() + tag(type) + message + "\n");
+    });
     va_end(arguments);
-    std::string line = lineStart();
-    if (m_tracer.getPrintObjects())
-        line += c_noObject;
-    m_tracer.PrintString(line + indentation() + tag(type) + message + "\n");
 }
 
 void ThreadTracer::PrintStack() const
 {
+    const KFMutexGuard guard(m_tracer.getMutex());
     if (m_callStack.empty())
         return;
     m_tracer.PrintString("\n-------------- CALLSTACK --------------\n");

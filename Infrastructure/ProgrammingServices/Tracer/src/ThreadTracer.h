@@ -11,7 +11,7 @@ class Tracer;
 /// Writes the trace lines of one thread and keeps its stack of open calls.
 ///
 /// Owned by the tracer and used by its own thread, except that any thread may print the stack; so
-/// the stack changes under the tracer's mutex alone.
+/// the stack changes under the tracer's mutex alone, which each operation takes that needs it.
 class ThreadTracer {
 public:
     ThreadTracer(Tracer& tracer, std::string threadName);
@@ -24,21 +24,21 @@ public:
     void setEnabled(bool enabled) { m_enabled = enabled; }
 
     /// Records the call and writes its entry line, unless the filters hide it. Kept: a hidden call
-    /// is counted and pushed all the same. The caller holds the tracer's mutex.
+    /// is counted and pushed all the same.
     void BeginningOfCall(CallMarker& marker);
 
     /// Writes the exit line of the innermost call, the marker's, and removes it. Kept: the line is
-    /// one unit deeper than the entry line.
-    void EndOfCall(const CallMarker& marker);
+    /// one unit deeper than the entry line. Never throws.
+    void EndOfCall(const CallMarker& marker) noexcept;
 
     /// Whether the tracer's mask has the type.
     bool writes(TraceMsgType type) const;
 
-    /// Writes one message line inside the current call.
+    /// Writes one message line inside the current call; never throws.
     void PrintMsg(TraceMsgType type, const char* format, ...) __attribute__((format(printf, 3, 4)));
 
     /// Writes the open calls, innermost first. Kept: each line has the id of the thread that prints
-    /// and the name of the thread whose calls they are. The caller holds the tracer's mutex.
+    /// and the name of the thread whose calls they are.
     void PrintStack() const;
 
 private:

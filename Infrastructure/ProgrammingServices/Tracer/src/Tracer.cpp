@@ -2,11 +2,14 @@
 
 #include "CallMarker.h"
 #include "Contract.h"
+#include "KFMutexGuard.h"
 #include "MessageFormatter.h"
 #include "ThreadTracer.h"
 #include "TracerConfigFileParser.h"
 #include "TracerFlushThread.h"
+#include "UnlessMemoryRunsOut.h"
 
+#include <string_view>
 #include <utility>
 
 #include <unistd.h>
@@ -14,6 +17,16 @@
 namespace {
 
 constexpr const char* c_unit = "Infrastructure/ProgrammingServices/Tracer/src/Tracer";
+
+/// Set for good by a report that cannot have the mutex of the tracer.
+std::atomic<bool> s_isGivenUp = false;
+
+// Never destroyed: a thread may switch tracing while the process ends.
+KFMutex& flagMutex()
+{
+    static KFMutex& s_mutex = *new KFMutex(false);
+    return s_mutex;
+}
 
 } // namespace
 
@@ -29,7 +42,7 @@ Tracer::~Tracer()
         static_cast<void>(m_flushThread.release());
         return;
     }
-    CallMarker::s_tracing = false;
+    updateFlagOfMarkers();
     if (m_flushThread)
         m_flushThread->stop();
 }
@@ -42,19 +55,17 @@ Tracer* Tracer::GetInstance()
 // Kept: the post-condition is checked on the null branch alone.
 void Tracer::SetInstance(Tracer* pTheTracer)
 {
-    Contract::require(pTheTracer != nullptr, "pTheTracer != NULL", c_unit, 45);
-    if (pTheTracer == nullptr) {
-        Contract::ensure(m_Instance != nullptr, "m_Instance != NULL", c_unit, 47);
+    if (!Contract::require(pTheTracer != nullptr, "pTheTracer != NULL", c_unit)) {
+        Contract::ensure(m_Instance != nullptr, "m_Instance != NULL", c_unit);
         return;
     }
     m_Instance = pTheTracer;
-    CallMarker::s_tracing = pTheTracer->isActive();
+    updateFlagOfMarkers();
 }
 
 void Tracer::ReadConfigFile(const char* fileName)
 {
-    Contract::require(fileName != nullptr, "fileName != NULL", c_unit, 56);
-    if (fileName == nullptr)
+    if (!Contract::require(fileName != nullptr, "fileName != NULL", c_unit))
         return;
     TracerConfigFileParser(fileName).parse();
     if (isActive())
@@ -64,26 +75,32 @@ void Tracer::ReadConfigFile(const char* fileName)
 void Tracer::Initialize()
 {
     requireFileName("please call TRACE_SET_FILE_NAME(\"baseFileName\")");
+    const KFMutexGuard guard(m_mutex);
     if (isSynchronous() || m_flushThread != nullptr)
         return;
     m_flushThread = std::make_unique<TracerFlushThread>();
-    m_flushThread->start();
+    if (m_flushThread->start())
+        return;
+    m_flushThread.reset();
+    setSynchronous(true); // without a thread each line is written at once
 }
 
 void Tracer::FinishTracing()
 {
-    m_mutex.acquire();
+    const KFMutexGuard guard(m_mutex);
     setActive(false);
     writeAllPending();
-    m_mutex.release();
 }
 
 void Tracer::giveUpWhenHeld()
 {
-    if (acquireInBoundedTime())
+    if (acquireInBoundedTime()) {
         m_mutex.release();
-    else
-        CallMarker::s_tracing = false;
+        return;
+    }
+    // Without the lock of the flag, which the thread that holds the other one may hold too.
+    s_isGivenUp = true;
+    CallMarker::s_tracing = false;
 }
 
 void Tracer::Enable()
@@ -98,23 +115,25 @@ void Tracer::Disable()
 
 void Tracer::BeginningOfThread(const char* threadName)
 {
-    Contract::require(threadName != nullptr, "threadName != NULL", c_unit, 101);
-    m_mutex.acquire();
-    if (threadName != nullptr && isThreadPermittedToPrint(threadName))
+    if (!Contract::require(threadName != nullptr, "threadName != NULL", c_unit))
+        return;
+    const KFMutexGuard guard(m_mutex);
+    if (!isThreadPermittedToPrint(threadName))
+        return;
+    unlessMemoryRunsOut([this, threadName] {
         m_threadTracers.try_emplace(gettid(), std::make_unique<ThreadTracer>(*this, threadName));
-    m_mutex.release();
+    });
 }
 
 void Tracer::EndOfThread()
 {
-    m_mutex.acquire();
+    const KFMutexGuard guard(m_mutex);
     m_threadTracers.erase(gettid());
-    m_mutex.release();
 }
 
 void Tracer::BeginningOfCall(CallMarker& marker)
 {
-    m_mutex.acquire();
+    const KFMutexGuard guard(m_mutex);
     ThreadTracer* threadTracer = currentThreadTracer();
     if (threadTracer == nullptr) {
         BeginningOfThread(MessageFormatter::text("th_%-d", gettid()).c_str());
@@ -122,102 +141,98 @@ void Tracer::BeginningOfCall(CallMarker& marker)
     }
     if (threadTracer != nullptr)
         threadTracer->BeginningOfCall(marker);
-    m_mutex.release();
 }
 
 int Tracer::UpdateObjectCount(const CallMarker& marker)
 {
     if (!marker.isCounted())
         return 0;
-    m_mutex.acquire();
-    const int count = m_objectCounts[marker.getClassName()] += marker.isConstructor() ? 1 : -1;
-    m_mutex.release();
-    return count;
+    const KFMutexGuard guard(m_mutex);
+    return m_objectCounts[marker.getClassName()] += marker.isConstructor() ? 1 : -1;
 }
 
 bool Tracer::isThreadPermittedToPrint(const char* threadName)
 {
-    m_mutex.acquire();
-    const bool permitted = m_threadPatterns.match(threadName);
-    m_mutex.release();
-    return permitted;
+    const KFMutexGuard guard(m_mutex);
+    return m_threadPatterns.match(threadName);
 }
 
 bool Tracer::isCallPermittedToPrint(const char* methodName)
 {
-    m_mutex.acquire();
-    const bool permitted = m_callPatterns.match(methodName);
-    m_mutex.release();
-    return permitted;
+    const KFMutexGuard guard(m_mutex);
+    return m_callPatterns.match(methodName);
 }
 
 bool Tracer::isCallForbiddenToPrint(const char* methodName)
 {
-    m_mutex.acquire();
-    const bool forbidden = m_forbiddenPatterns.match(methodName);
-    m_mutex.release();
-    return forbidden;
+    const KFMutexGuard guard(m_mutex);
+    return m_forbiddenPatterns.match(methodName);
 }
 
 void Tracer::TraceTheThread(const char* threadName)
 {
-    Contract::require(threadName != nullptr, "threadName != NULL", c_unit, 164);
-    const std::string strThreadName = threadName != nullptr ? threadName : "";
-    Contract::require(!strThreadName.empty(), "!strThreadName.empty()", c_unit, 166);
-    m_mutex.acquire();
+    if (!Contract::require(threadName != nullptr, "threadName != NULL", c_unit))
+        return;
+    const std::string_view strThreadName = threadName;
+    if (!Contract::require(!strThreadName.empty(), "!strThreadName.empty()", c_unit))
+        return;
+    const KFMutexGuard guard(m_mutex);
     m_threadPatterns.add(strThreadName);
-    m_mutex.release();
 }
 
 void Tracer::TraceTheCall(const char* className)
 {
-    Contract::require(className != nullptr, "className != NULL", c_unit, 174);
-    const std::string strClassName = className != nullptr ? className : "";
-    Contract::require(!strClassName.empty(), "!strClassName.empty()", c_unit, 176);
-    m_mutex.acquire();
+    if (!Contract::require(className != nullptr, "className != NULL", c_unit))
+        return;
+    const std::string_view strClassName = className;
+    if (!Contract::require(!strClassName.empty(), "!strClassName.empty()", c_unit))
+        return;
+    const KFMutexGuard guard(m_mutex);
     if (strClassName.front() == '-')
         m_forbiddenPatterns.add(strClassName.substr(1));
     else
         m_callPatterns.add(strClassName);
-    m_mutex.release();
 }
 
 void Tracer::PrintStacks()
 {
-    m_mutex.acquire();
+    const KFMutexGuard guard(m_mutex);
     for (const auto& [threadId, threadTracer] : m_threadTracers)
         threadTracer->PrintStack();
-    m_mutex.release();
 }
 
 void Tracer::PrintAllObjectsCount()
 {
-    m_mutex.acquire();
-    if (currentThreadTracer() != nullptr) {
-        PrintString("\n-------------- OBJECT(S) COUNT --------------\n");
-        for (const auto& [className, count] : m_objectCounts)
-            PrintString(
-                MessageFormatter::text("Class = %-30s, count = %.6d\n", className.c_str(), count));
-        PrintString("---------------------------------------------\n");
-    }
-    m_mutex.release();
+    const KFMutexGuard guard(m_mutex);
+    if (currentThreadTracer() == nullptr)
+        return;
+    PrintString("\n-------------- OBJECT(S) COUNT --------------\n");
+    for (const auto& [className, count] : m_objectCounts)
+        PrintString(
+            MessageFormatter::text("Class = %-30s, count = %.6d\n", className.c_str(), count));
+    PrintString("---------------------------------------------\n");
 }
 
 bool Tracer::isActive()
 {
-    m_mutex.acquire();
-    const bool active = m_active;
-    m_mutex.release();
-    return active;
+    const KFMutexGuard guard(m_mutex);
+    return m_active;
 }
 
 void Tracer::setActive(bool active)
 {
-    m_mutex.acquire();
+    const KFMutexGuard guard(m_mutex);
     m_active = active;
-    if (m_Instance == this)
-        CallMarker::s_tracing = active;
-    m_mutex.release();
+    updateFlagOfMarkers();
+}
+
+// Follows each change of which tracer is published and of whether it is active; of several at once
+// the last one to come here sees them all.
+void Tracer::updateFlagOfMarkers()
+{
+    const KFMutexGuard guard(flagMutex());
+    const Tracer* const published = m_Instance;
+    CallMarker::s_tracing = published != nullptr && published->m_active && !s_isGivenUp;
 }
 
 ThreadTracer* Tracer::currentThreadTracer() const
@@ -228,9 +243,8 @@ ThreadTracer* Tracer::currentThreadTracer() const
 
 void Tracer::enableCurrentThread(bool enabled)
 {
-    m_mutex.acquire();
+    const KFMutexGuard guard(m_mutex);
     ThreadTracer* const threadTracer = currentThreadTracer();
     if (threadTracer != nullptr)
         threadTracer->setEnabled(enabled);
-    m_mutex.release();
 }

@@ -53,7 +53,7 @@ public:
     void Disable();
 
     /// Registers the calling thread under the name, when the thread filter permits it and it has no
-    /// name yet.
+    /// name yet. Never throws: a thread for which there is no memory is not registered.
     void BeginningOfThread(const char* threadName);
     /// Forgets the calling thread.
     void EndOfThread();
@@ -100,6 +100,7 @@ public:
     KFMutex& getMutex() { return m_mutex; }
 
 private:
+    static void updateFlagOfMarkers();
     ThreadTracer* currentThreadTracer() const;
     void enableCurrentThread(bool enabled);
 
@@ -112,7 +113,7 @@ private:
     std::atomic<bool> m_printObjects = false;
     std::map<std::string, int> m_objectCounts;
     std::unique_ptr<TracerFlushThread> m_flushThread;
-    bool m_active = false;
+    std::atomic<bool> m_active = false;
     NamePatterns m_threadPatterns;
     NamePatterns m_callPatterns;
     NamePatterns m_forbiddenPatterns; ///< without their leading "-"

@@ -9,6 +9,6 @@ void TracerFlushThread::run()
         Tracer* const tracer = Tracer::GetInstance();
         if (tracer == nullptr)
             return;
-        tracer->WriteOnFile();
+        tracer->writeInBackground();
     }
 }

@@ -61,6 +61,17 @@ TEST_P(KFMutexOfEitherKind, IsReleasedByAGuardWhoseScopeAnExceptionEnds)
     }
 }
 
+TEST_P(KFMutexOfEitherKind, IsReleasedByAGuardThatTakesItOver)
+{
+    KFMutex mutex(GetParam());
+    mutex.acquire();
+    {
+        const KFMutexGuard guard(mutex, std::adopt_lock);
+        EXPECT_FALSE(canBeAcquiredByAnotherThread(mutex));
+    }
+    EXPECT_TRUE(canBeAcquiredByAnotherThread(mutex));
+}
+
 TEST_P(KFMutexOfEitherKind, TryacquireTakesAFreeMutex)
 {
     KFMutex mutex(GetParam());
@@ -68,6 +79,27 @@ TEST_P(KFMutexOfEitherKind, TryacquireTakesAFreeMutex)
     EXPECT_TRUE(mutex.tryacquire());
     EXPECT_FALSE(canBeAcquiredByAnotherThread(mutex));
     mutex.release();
+}
+
+TEST_P(KFMutexOfEitherKind, IsTakenWithinABoundedTimeWhenItIsFree)
+{
+    KFMutex mutex(GetParam());
+
+    EXPECT_TRUE(mutex.acquireWithin(0));
+    EXPECT_FALSE(canBeAcquiredByAnotherThread(mutex));
+    mutex.release();
+}
+
+TEST_P(KFMutexOfEitherKind, IsNotTakenWithinABoundedTimeWhileAnotherThreadHasIt)
+{
+    KFMutex mutex(GetParam());
+    bool acquired = true;
+
+    mutex.acquire();
+    std::thread([&] { acquired = mutex.acquireWithin(0); }).join();
+    mutex.release();
+
+    EXPECT_FALSE(acquired);
 }
 
 TEST_P(KFMutexOfEitherKind, HandleIsTheMutexItself)

@@ -1,20 +1,32 @@
+#include "BlockedViolations.h"
 #include "CrashReport.h"
 #include "KFThread.h"
 
+#include <atomic>
 #include <cerrno>
+#include <cstdio>
 #include <thread>
 
 #include <gtest/gtest.h>
 #include <pthread.h>
 
-// The linker sends these calls here; the first three fail once their flag is set.
+// The linker sends these calls here; they fail while their flag is set.
 namespace {
 
-bool attrInitFails = false;
+std::atomic<bool> attrInitFails = false;
 bool setDetachStateFails = false;
 bool createFails = false;
+bool joinFails = false;
 int lastDetachState = -1;
 int joins = 0;
+std::atomic<bool> madeAttributes = false;
+std::atomic<bool> usedUnmadeAttributes = false;
+
+void useAttributes(const pthread_attr_t* attributes)
+{
+    if (attributes != nullptr && !madeAttributes)
+        usedUnmadeAttributes = true;
+}
 
 class IdleThread : public KFThread {
 public:
@@ -25,6 +37,34 @@ public:
     int requests = 0;
 };
 
+/// Stops itself once its start is over.
+class SelfStoppingThread : public KFThread {
+public:
+    SelfStoppingThread() : KFThread("worker") {}
+    void run() override
+    {
+        isStarted.wait(false);
+        stop();
+    }
+
+    std::atomic<bool> isStarted = false;
+};
+
+void runAThreadWithBlockedViolations()
+{
+    const BlockedViolations blocked;
+    {
+        IdleThread thread;
+        if (!thread.start())
+            std::fputs("not started\n", stderr);
+        thread.stop();
+        if (thread.isRunning())
+            std::fputs("not run\n", stderr);
+    }
+    if (usedUnmadeAttributes)
+        std::fputs("used what was not made\n", stderr);
+}
+
 class KFThreadFailure : public testing::Test {
 protected:
     KFThreadFailure() { joins = 0; }
@@ -33,6 +73,7 @@ protected:
         attrInitFails = false;
         setDetachStateFails = false;
         createFails = false;
+        joinFails = false;
     }
 };
 
@@ -45,28 +86,40 @@ int __real_pthread_attr_setdetachstate(pthread_attr_t* attributes, int state);
 int __real_pthread_create(
     pthread_t* thread, const pthread_attr_t* attributes, void* (*entry)(void*), void* argument);
 int __real_pthread_join(pthread_t thread, void** result);
+int __real_pthread_attr_destroy(pthread_attr_t* attributes);
 
 int __wrap_pthread_attr_init(pthread_attr_t* attributes)
 {
-    return attrInitFails ? ENOMEM : __real_pthread_attr_init(attributes);
+    // Once: a sanitizer asks for attributes of its own later.
+    const bool fails = attrInitFails.exchange(false);
+    madeAttributes = !fails;
+    return fails ? ENOMEM : __real_pthread_attr_init(attributes);
 }
 
 int __wrap_pthread_attr_setdetachstate(pthread_attr_t* attributes, int state)
 {
     lastDetachState = state;
+    useAttributes(attributes);
     return setDetachStateFails ? EINVAL : __real_pthread_attr_setdetachstate(attributes, state);
 }
 
 int __wrap_pthread_create(
     pthread_t* thread, const pthread_attr_t* attributes, void* (*entry)(void*), void* argument)
 {
+    useAttributes(attributes);
     return createFails ? EAGAIN : __real_pthread_create(thread, attributes, entry, argument);
 }
 
 int __wrap_pthread_join(pthread_t thread, void** result)
 {
     ++joins;
-    return __real_pthread_join(thread, result);
+    return joinFails ? EDEADLK : __real_pthread_join(thread, result);
+}
+
+int __wrap_pthread_attr_destroy(pthread_attr_t* attributes)
+{
+    useAttributes(attributes);
+    return __real_pthread_attr_destroy(attributes);
 }
 // NOLINTEND(bugprone-reserved-identifier)
 }
@@ -159,4 +212,54 @@ TEST_F(KFThreadFailure, ThreadWhoseBodyHasReturnedIsJoinedByTheDestructor)
     }
 
     EXPECT_EQ(joins, 1);
+}
+
+TEST_F(KFThreadFailure, ThreadThatCouldNotBeJoinedIsJoinedByTheDestructor)
+{
+    {
+        IdleThread thread;
+        thread.start();
+        while (thread.isRunning())
+            std::this_thread::yield();
+        joinFails = true;
+        thread.stop();
+        joinFails = false;
+    }
+
+    EXPECT_EQ(joins, 2);
+}
+
+TEST_F(KFThreadFailure, ThreadDoesNotJoinItself)
+{
+    {
+        SelfStoppingThread thread;
+        thread.start();
+        thread.isStarted = true;
+        thread.isStarted.notify_all();
+        while (thread.isRunning())
+            std::this_thread::yield();
+        EXPECT_EQ(joins, 0);
+    }
+
+    EXPECT_EQ(joins, 1);
+}
+
+TEST_F(KFThreadFailure, ThreadWithoutAttributesRunsWhereViolationsAreBlocked)
+{
+    attrInitFails = true;
+
+    EXPECT_CRASH_REPORT(
+        runAThreadWithBlockedViolations(),
+        "REQUIRE VIOLATION : !pthread_attr_init(&m_attr) - In File : "
+        "Infrastructure/ProgrammingServices/OS/src/KFThread - At Line : 46");
+}
+
+TEST_F(KFThreadFailure, ThreadWithoutADetachStateRunsWhereViolationsAreBlocked)
+{
+    setDetachStateFails = true;
+
+    EXPECT_CRASH_REPORT(
+        runAThreadWithBlockedViolations(),
+        "REQUIRE VIOLATION : !pthread_attr_setdetachstate(&m_attr, PTHREAD_CREATE_JOINABLE) - "
+        "In File : Infrastructure/ProgrammingServices/OS/src/KFThread - At Line : 47");
 }

@@ -1,6 +1,8 @@
 #include "KFThread.h"
 
+#include "BlockedViolations.h"
 #include "CallMarker.h"
+#include "ContendedMutex.h"
 #include "CrashReport.h"
 #include "PublishedTracer.h"
 #include "VirtualSlot.h"
@@ -10,7 +12,9 @@
 #include <string>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -43,6 +47,7 @@ private:
 
 struct BodyState {
     std::promise<void> started;
+    std::promise<void> waited;
     std::promise<void> finish;
     bool finished = false;
     int requests = 0;
@@ -79,6 +84,35 @@ struct AtThreadEnd {
 };
 
 thread_local AtThreadEnd atThreadEnd;
+
+using Wait = void (*)(KFThread&);
+
+/// A thread whose body waits for its own end, and then outlives the subclass.
+class SelfWaitingThread : public KFThread {
+public:
+    SelfWaitingThread(BodyState& state, Wait wait)
+        : KFThread("worker"), m_state(state), m_wait(wait)
+    {
+    }
+    ~SelfWaitingThread() override { m_state.finish.set_value(); }
+
+    void run() override
+    {
+        BodyState& state = m_state;
+        state.started.get_future().wait();
+        m_wait(*this);
+        state.waited.set_value();
+        state.finish.get_future().wait();
+        msleep(100); // gives a destructor that does not wait the time to be noticed
+        state.finished = true;
+    }
+
+private:
+    BodyState& m_state;
+    Wait m_wait;
+};
+
+class KFThreadOwnEnd : public testing::TestWithParam<Wait> {};
 
 void openMarkerAfterwards()
 {
@@ -228,6 +262,21 @@ TEST(KFThread, IsForgottenByTheTracerAtTheEnd)
     EXPECT_EQ(nameOf("afterwards", tracer.lines()), idName);
 }
 
+TEST(KFThread, RunsUntilTheTracerHasForgottenIt)
+{
+    PublishedTracer tracer;
+    FunctionThread thread("flusher", [] {});
+    std::vector<bool> running;
+    MutexWatch watch(tracer->getMutex());
+    watch.onEachRelease([&] { running.push_back(thread.isRunning()); });
+
+    thread.start();
+    thread.stop();
+
+    EXPECT_THAT(running, testing::AllOf(testing::Not(testing::IsEmpty()), testing::Each(true)));
+    EXPECT_FALSE(thread.isRunning());
+}
+
 TEST(KFThread, WithoutNameIsNotRegistered)
 {
     PublishedTracer tracer;
@@ -329,6 +378,17 @@ TEST(KFThread, EntryWithoutThreadIsAViolation)
         "Infrastructure/ProgrammingServices/OS/src/KFThread - At Line : 156");
 }
 
+TEST(KFThread, EntryWithoutThreadReturnsWhereViolationsAreBlocked)
+{
+    EXPECT_CRASH_REPORT(
+        {
+            const BlockedViolations blocked;
+            KFThread::threadStart(nullptr);
+        },
+        "REQUIRE VIOLATION : arg != NULL - In File : "
+        "Infrastructure/ProgrammingServices/OS/src/KFThread - At Line : 156");
+}
+
 TEST(KFThread, CurrentIdIsThatOfTheCaller)
 {
     EXPECT_TRUE(pthread_equal(KFThread::getCurrentThreadId(), pthread_self()));
@@ -345,3 +405,23 @@ TEST(KFThread, HasItsVirtualOperationsInTheFixedOrder)
     EXPECT_FALSE(isVirtualOperation(&KFThread::isRunning));
     EXPECT_FALSE(isVirtualOperation(&KFThread::getHandle));
 }
+
+TEST_P(KFThreadOwnEnd, IsNotWaitedForByTheBodyButStillByTheDestructor)
+{
+    BodyState state;
+
+    {
+        SelfWaitingThread thread(state, GetParam());
+        thread.start();
+        state.started.set_value();
+        state.waited.get_future().wait();
+    }
+
+    EXPECT_TRUE(state.finished);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Waits, KFThreadOwnEnd,
+    testing::Values(
+        [](KFThread& thread) { thread.stop(); },
+        [](KFThread& thread) { KFThread::waitForThreadTermination(&thread); }));

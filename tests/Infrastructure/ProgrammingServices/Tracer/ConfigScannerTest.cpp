@@ -267,7 +267,7 @@ TEST_P(ConfigScannerNoLevelWord, LeavesTheMaskAsItWas)
 INSTANTIATE_TEST_SUITE_P(
     Texts, ConfigScannerNoLevelWord,
     testing::Values(
-        "", "T_", "DEBUG", "LOG_DEBUG", "t_debug", "T_DEBUG,", "T_DEBUG\r", "T_LEVEL_6",
+        "", "T_", "DEBUG", "X_DEBUG", "LOG_DEBUG", "t_debug", "T_DEBUG,", "T_DEBUG\r", "T_LEVEL_6",
         "T_DEBUGT_ERROR", "T_GO", "1"));
 
 TEST(ConfigScanner, ReadsFileAsItStands)
@@ -277,6 +277,18 @@ TEST(ConfigScanner, ReadsFileAsItStands)
     const std::string file = folder.write("test.cfg", content);
 
     EXPECT_EQ(TestScanner::readTestFile(file), content);
+}
+
+TEST(ConfigScanner, ReadsEmptyFileWithoutAWarning)
+{
+    const TemporaryFolder folder;
+    const std::string file = folder.write("test.cfg", "");
+
+    testing::internal::CaptureStderr();
+    const std::string content = TestScanner::readTestFile(file);
+
+    EXPECT_EQ(content, "");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
 TEST(ConfigScanner, ReadsFileThroughASymbolicLink)

@@ -2,8 +2,11 @@
 
 #include "PipedStream.h"
 
+#include <cerrno>
 #include <csignal>
+#include <ctime>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include <fcntl.h>
@@ -38,6 +41,15 @@ void blockBrokenPipe(int how)
 /// What the stream's reader does while a writer waits for room.
 std::function<void()> readWhenFull;
 
+/// How often a signal interrupts the next waits, and how long the last one was to be at most.
+int interruptions = 0;
+int askedTimeout = 0;
+
+/// How long a broken pipe was waited for.
+std::optional<std::timespec> askedWait;
+
+volatile std::sig_atomic_t delivered = 0;
+
 } // namespace
 
 extern "C" {
@@ -46,9 +58,25 @@ int __real_poll(pollfd* streams, nfds_t count, int timeout);
 
 int __wrap_poll(pollfd* streams, nfds_t count, int timeout)
 {
+    askedTimeout = timeout;
+    if (interruptions > 0) {
+        --interruptions;
+        errno = EINTR;
+        return -1;
+    }
     if (readWhenFull)
         readWhenFull();
     return __real_poll(streams, count, timeout);
+}
+
+int __real_sigtimedwait(const sigset_t* set, siginfo_t* info, const std::timespec* timeout);
+
+int __wrap_sigtimedwait(const sigset_t* set, siginfo_t* info, const std::timespec* timeout)
+{
+    askedWait.reset();
+    if (timeout != nullptr)
+        askedWait = *timeout;
+    return __real_sigtimedwait(set, info, timeout);
 }
 // NOLINTEND(bugprone-reserved-identifier)
 }
@@ -110,6 +138,26 @@ TEST(Console, WaitsForTheReaderOfAStreamThatDoesNotWaitItself)
     EXPECT_TRUE(received == text + "\n") << received.size() << " bytes";
 }
 
+TEST(Console, WaitsForTheReaderAsLongAsItTakesThoughSignalsInterruptIt)
+{
+    const PipedStream output(STDOUT_FILENO);
+    fcntl(STDOUT_FILENO, F_SETFL, O_NONBLOCK);
+    const int capacity = fcntl(STDOUT_FILENO, F_GETPIPE_SZ);
+    ASSERT_GT(capacity, 0);
+    const std::string text(static_cast<std::size_t>(capacity), 'x');
+    std::string received;
+    readWhenFull = [&] { received += output.read(); };
+    interruptions = 3;
+
+    Console::writeLine(text);
+
+    readWhenFull = nullptr;
+    received += output.read();
+    EXPECT_TRUE(received == text + "\n") << received.size() << " bytes";
+    EXPECT_EQ(interruptions, 0);
+    EXPECT_EQ(askedTimeout, -1);
+}
+
 TEST(Console, DropsWhatNobodyReads)
 {
     PipedStream output(STDOUT_FILENO);
@@ -136,6 +184,35 @@ TEST(Console, LeavesABrokenPipeSignalThatWasPendingBefore)
     std::signal(SIGPIPE, SIG_IGN);
     blockBrokenPipe(SIG_UNBLOCK);
     std::signal(SIGPIPE, SIG_DFL);
+}
+
+TEST(Console, TakesABrokenPipeSignalBackWithoutWaitingForIt)
+{
+    const PipedStream output(STDOUT_FILENO);
+
+    Console::writeLine("text");
+
+    ASSERT_TRUE(askedWait.has_value());
+    EXPECT_EQ(askedWait->tv_sec, 0);
+    EXPECT_EQ(askedWait->tv_nsec, 0);
+}
+
+TEST(Console, LeavesOtherSignalsBlocked)
+{
+    const PipedStream output(STDOUT_FILENO);
+    sigset_t other{};
+    sigemptyset(&other);
+    sigaddset(&other, SIGUSR2);
+    pthread_sigmask(SIG_BLOCK, &other, nullptr);
+    std::signal(SIGUSR2, [](int) { delivered = 1; });
+    raise(SIGUSR2);
+
+    Console::writeLine("text");
+
+    EXPECT_EQ(delivered, 0);
+    pthread_sigmask(SIG_UNBLOCK, &other, nullptr);
+    std::signal(SIGUSR2, SIG_DFL);
+    EXPECT_EQ(delivered, 1) << "when it is no longer blocked";
 }
 
 TEST(Console, SurvivesAClosedStream)

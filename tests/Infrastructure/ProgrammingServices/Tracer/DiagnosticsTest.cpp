@@ -5,6 +5,9 @@
 #include "PublishedTracer.h"
 #include "TemporaryFolder.h"
 
+#include <cstdlib>
+
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 TEST(Diagnostics, DrainWritesThePendingTraceLines)
@@ -68,6 +71,23 @@ TEST(Diagnostics, PendingTraceLinesAreWrittenWhenAMissingLogFileNameEndsTheProce
         testing::ExitedWithCode(1), "");
 
     EXPECT_EQ(tracer.lines(), "pending\n");
+}
+
+TEST(Diagnostics, DrainsOnceAtTheEndOfTheProcessHoweverOftenThatIsAskedFor)
+{
+    PublishedTracer tracer;
+    tracer->SetFileName(tracer.folder().file("missing/trace"));
+    tracer->setSynchronous(false);
+
+    EXPECT_EXIT(
+        {
+            tracer->PrintString("waiting\n");
+            Diagnostics::drainAtExit();
+            Diagnostics::drainAtExit();
+            std::exit(3);
+        },
+        testing::ExitedWithCode(3),
+        testing::Eq("Tracer : can't open " + tracer.folder().file("missing/trace_0.txt") + "\n"));
 }
 
 TEST(Diagnostics, DrainWithoutTracerAndLoggerDoesNothing)

@@ -110,6 +110,12 @@ private:
     void (*m_body)();
 };
 
+// The three checks that tell no other line stand behind this one.
+constexpr int c_lineBefore = __LINE__;
+const auto requireBelow = [] { Contract::require(false, "x", "A/B"); };
+const auto ensureBelow = [] { Contract::ensure(false, "x", "A/B"); };
+const auto assertBelow = [] { Contract::assertThat(false, "x", "A/B"); };
+
 void violateInWorker()
 {
     Worker worker([] {
@@ -173,6 +179,13 @@ INSTANTIATE_TEST_SUITE_P(
         Filtered{28, "SIGNAL_WINDOW_SIZE_CHANGE"}, Filtered{10, "SIGNAL_BUS_ERROR"},
         Filtered{0, "UNKNOWN SIGNAL (0)"}, Filtered{31, "UNKNOWN SIGNAL (31)"},
         Filtered{30, " :  - In File :  - At Line : "}));
+
+TEST(KFExceptionHandler, FilterEndsTheProcessAlsoBeforeThereIsAHandler)
+{
+    EXPECT_EXIT(
+        KFExceptionHandler::crashHandlerSignalFilter(15), testing::ExitedWithCode(0),
+        testing::Eq(""));
+}
 
 TEST_P(UntouchedSignal, KeepsItsDefaultAction)
 {
@@ -489,11 +502,24 @@ TEST(KFExceptionHandler, IsMadeOnceForManyThreads)
 
 TEST(Contract, ThatHoldsDoesNothing)
 {
-    Contract::require(true, "x", "F", 1);
-    Contract::ensure(true, "x", "F", 2);
-    Contract::assertThat(true, "x", "F", 3);
+    EXPECT_TRUE(Contract::require(true, "x", "F", 1));
+    EXPECT_TRUE(Contract::ensure(true, "x", "F", 2));
+    EXPECT_TRUE(Contract::assertThat(true, "x", "F", 3));
 
     EXPECT_EQ(installed(SIGUSR1).sa_handler, SIG_DFL);
+}
+
+TEST(Contract, ThatDoesNotHoldSaysSoWhereItsReportIsBlocked)
+{
+    EXPECT_EXIT(
+        {
+            const BlockedViolations blocked;
+            const bool anyHolds = Contract::require(false, "x", "F", 1) ||
+                                  Contract::ensure(false, "x", "F", 2) ||
+                                  Contract::assertThat(false, "x", "F", 3);
+            _exit(anyHolds ? 8 : 7);
+        },
+        testing::ExitedWithCode(7), "");
 }
 
 TEST(Contract, ThatDoesNotHoldIsReportedByItsKind)
@@ -507,4 +533,13 @@ TEST(Contract, ThatDoesNotHoldIsReportedByItsKind)
     EXPECT_CRASH_REPORT(
         Contract::assertThat(false, "z", "A/B", 3),
         "ASSERT VIOLATION : z - In File : A/B - At Line : 3");
+}
+
+TEST(Contract, TellsTheLineOfTheCheckWhereNoOtherIsGiven)
+{
+    const std::string reported = " VIOLATION : x - In File : A/B - At Line : ";
+
+    EXPECT_CRASH_REPORT(requireBelow(), "REQUIRE" + reported + std::to_string(c_lineBefore + 1));
+    EXPECT_CRASH_REPORT(ensureBelow(), "ENSURE" + reported + std::to_string(c_lineBefore + 2));
+    EXPECT_CRASH_REPORT(assertBelow(), "ASSERT" + reported + std::to_string(c_lineBefore + 3));
 }

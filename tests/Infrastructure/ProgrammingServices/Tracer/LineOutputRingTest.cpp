@@ -94,6 +94,17 @@ TEST_F(LineOutputRing, StartsAtTheFirstFileWhenTheLastOneLiesBehindTheRing)
     EXPECT_EQ(m_folder.read("app_2.txt"), "old 2\nold 2\n");
 }
 
+TEST_F(LineOutputRing, StartsANewRingAtItsFirstFileWhereverTheFormerOneStood)
+{
+    addOldFile("former_0.txt", "old\n");
+    addOldFile("former_1.txt", "old\n");
+    m_output.SetFileName(m_folder.file("former"));
+
+    useRing();
+
+    EXPECT_EQ(m_output.getCurrentFileName(), m_folder.file("app_0.txt"));
+}
+
 TEST_F(LineOutputRing, LeavesTheLineCountAloneWhenNoRingExists)
 {
     m_output.setMaxLinesPerFile(3);

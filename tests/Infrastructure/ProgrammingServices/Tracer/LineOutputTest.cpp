@@ -83,12 +83,22 @@ TEST_F(LineOutputTest, TakesAConsoleInAFolderAsAFileName)
     EXPECT_EQ(m_output.getCurrentFileName(), m_folder.file("console_0.txt"));
 }
 
+TEST_F(LineOutputTest, TakesConsoleAndMsvcInOtherLettersAsFileNames)
+{
+    m_output.SetFolderName(m_folder.path() + "/");
+
+    m_output.SetFileName("Console");
+    EXPECT_EQ(m_output.getCurrentFileName(), m_folder.file("Console_0.txt"));
+    m_output.SetFileName("MSVC");
+    EXPECT_EQ(m_output.getCurrentFileName(), m_folder.file("MSVC_0.txt"));
+}
+
 TEST_F(LineOutputDeathTest, EmptyLineIsAViolation)
 {
     EXPECT_CRASH_REPORT(
         m_output.PrintString(""),
         "REQUIRE VIOLATION : !(msg.empty()) - In File : "
-        "Infrastructure/ProgrammingServices/Tracer/src/LineOutput - At Line : 46");
+        "Infrastructure/ProgrammingServices/Tracer/src/LineOutput - At Line : <line>");
 }
 
 TEST_F(LineOutputDeathTest, EndsTheProcessWhenNoFileNameWasSet)

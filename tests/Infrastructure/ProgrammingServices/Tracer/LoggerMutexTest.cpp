@@ -52,8 +52,8 @@ TEST_F(LoggerMutex, IsHeldWhileAMessageIsFormatted)
     std::array<char, 16> text{"too early"};
 
     m_logger.m_mutex.acquire();
-    const std::future<void> printed = startUntilItWaits(
-        m_logger.m_mutex, [&] { m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "%s", text.data()); });
+    const std::future<void> printed =
+        startUntilItWaits([&] { m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "%s", text.data()); });
     text = {"in time"};
     m_logger.m_mutex.release();
     printed.wait();
@@ -67,8 +67,7 @@ TEST_F(LoggerMutex, IsHeldWhenLoggingIsFinished)
     m_logger.PrintMsg(LoggerMsgType::LEVEL_0, "pending");
 
     m_logger.m_mutex.acquire();
-    const std::future<void> finished =
-        startUntilItWaits(m_logger.m_mutex, [this] { m_logger.FinishLogging(); });
+    const std::future<void> finished = startUntilItWaits([this] { m_logger.FinishLogging(); });
     EXPECT_TRUE(m_logger.isActive()) << "nothing happens while another thread has the mutex";
     m_logger.m_mutex.release();
     finished.wait();

@@ -327,7 +327,7 @@ TEST(Logger, ReportsAViolationWhenNullIsPublished)
     EXPECT_CRASH_REPORT(
         Logger::SetInstance(nullptr),
         "REQUIRE VIOLATION : pTheLogger != NULL - In File : "
-        "Infrastructure/ProgrammingServices/Tracer/src/Logger - At Line : 53");
+        "Infrastructure/ProgrammingServices/Tracer/src/Logger - At Line : <line>");
 }
 
 TEST(Logger, ReportsASecondViolationWhenNullIsPublishedWithNoneBefore)
@@ -335,7 +335,7 @@ TEST(Logger, ReportsASecondViolationWhenNullIsPublishedWithNoneBefore)
     EXPECT_CRASH_REPORT(
         publishNullWithBlockedViolations(),
         "ENSURE VIOLATION : m_pInstance != NULL - In File : "
-        "Infrastructure/ProgrammingServices/Tracer/src/Logger - At Line : 55");
+        "Infrastructure/ProgrammingServices/Tracer/src/Logger - At Line : <line>");
 }
 
 TEST(Logger, ReportsNoSecondViolationWhenNullIsPublishedInThePlaceOfOneAndKeepsIt)
@@ -348,7 +348,7 @@ TEST(Logger, ReportsNoSecondViolationWhenNullIsPublishedInThePlaceOfOneAndKeepsI
             publishNullWithBlockedViolations();
         },
         "REQUIRE VIOLATION : pTheLogger != NULL - In File : "
-        "Infrastructure/ProgrammingServices/Tracer/src/Logger - At Line : 53");
+        "Infrastructure/ProgrammingServices/Tracer/src/Logger - At Line : <line>");
 }
 
 TEST(Logger, ReportsAViolationWhenItsConfigurationFileHasNoName)
@@ -356,7 +356,7 @@ TEST(Logger, ReportsAViolationWhenItsConfigurationFileHasNoName)
     EXPECT_CRASH_REPORT(
         Logger().ReadConfigFile(nullptr),
         "REQUIRE VIOLATION : fileName != NULL - In File : "
-        "Infrastructure/ProgrammingServices/Tracer/src/Logger - At Line : 77");
+        "Infrastructure/ProgrammingServices/Tracer/src/Logger - At Line : <line>");
 }
 
 TEST_F(LoggerTest, WritesPendingLinesWhenAViolationEndsTheProcess)
@@ -368,7 +368,7 @@ TEST_F(LoggerTest, WritesPendingLinesWhenAViolationEndsTheProcess)
     EXPECT_CRASH_REPORT(
         Logger::SetInstance(nullptr),
         "REQUIRE VIOLATION : pTheLogger != NULL - In File : "
-        "Infrastructure/ProgrammingServices/Tracer/src/Logger - At Line : 53");
+        "Infrastructure/ProgrammingServices/Tracer/src/Logger - At Line : <line>");
 
     EXPECT_EQ(written(), "[ERROR  ] last words\n");
 }

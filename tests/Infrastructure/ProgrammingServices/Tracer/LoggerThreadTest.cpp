@@ -75,8 +75,8 @@ TEST(LoggerFlushThread, WritesPendingLinesNoEarlierThanAfterASecondAndAgain)
 TEST(LoggerFlushThread, WritesInALaterPassWhatAPassCouldNotWrite)
 {
     const TemporaryFolder folder;
-    const std::string secondName = folder.file("second name");
-    ASSERT_EQ(link(folder.write("app_0.txt", "").c_str(), secondName.c_str()), 0);
+    const std::string target = folder.write("target", "");
+    ASSERT_EQ(symlink(target.c_str(), folder.file("app_0.txt").c_str()), 0);
     const std::string refusal = "Logger : can't open " + folder.file("app_0.txt") + "\n";
     const std::string line = "[LEVEL_0] one\n";
     // Never destroyed: its thread, which never ends, holds its mutex for ever.
@@ -90,8 +90,8 @@ TEST(LoggerFlushThread, WritesInALaterPassWhatAPassCouldNotWrite)
     // The threads of other logs may tell of theirs.
     while (told.find(refusal) == std::string::npos)
         told += errors.read();
-    EXPECT_EQ(folder.read("app_0.txt"), "") << "a file of two names is refused";
-    unlink(secondName.c_str());
+    EXPECT_EQ(folder.read("target"), "") << "a link is refused";
+    unlink(folder.file("app_0.txt").c_str());
 
     EXPECT_TRUE(holdsInTime([&] { return folder.read("app_0.txt") == line; }))
         << folder.read("app_0.txt");
@@ -179,6 +179,28 @@ TEST(LoggerFlushThread, LetsItsLogGoWhileAnotherThreadKeepsTheMutexOfTheLog)
     logger.m_mutex.release();
 
     EXPECT_EQ(status, std::future_status::ready);
+}
+
+TEST(LoggerFlushThread, LetsItsLogGoNoEarlierThanAtTheEndOfAPassThatIsUnderWay)
+{
+    HeldLogger logger;
+    logger.SetFileName("msvc");
+    // Never destroyed: it never ends.
+    LoggerFlushThread& thread = *std::make_unique<LoggerFlushThread>(&logger).release();
+    std::future<void> forgotten;
+    std::promise<bool> forgottenInThePass;
+    MutexWatch watch(logger.m_mutex);
+    watch.onNextWait([&] {
+        forgotten = startUntilItWaits([&thread] { thread.forgetLogger(); });
+        forgottenInThePass.set_value(
+            forgotten.wait_for(std::chrono::seconds(0)) == std::future_status::ready);
+    });
+
+    logger.m_mutex.acquire();
+    thread.start();
+    EXPECT_FALSE(forgottenInThePass.get_future().get());
+    logger.m_mutex.release();
+    forgotten.wait();
 }
 
 class LoggerThreads : public testing::TestWithParam<bool> {};

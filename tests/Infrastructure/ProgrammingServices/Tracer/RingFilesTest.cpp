@@ -1,11 +1,17 @@
 #include "RingFiles.h"
 
 #include "FileModeMask.h"
-#include "ScopedEnvironment.h"
+#include "ScopedTimeZone.h"
+#include "SystemCallFaults.h"
 #include "TemporaryFolder.h"
 
+#include <cerrno>
+#include <cstddef>
 #include <cstdio>
 #include <ctime>
+#include <deque>
+#include <filesystem>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -16,6 +22,29 @@
 
 namespace {
 
+/// Whom the process is told to run as at each request, as if files were another user's: only root
+/// can give one away.
+std::deque<uid_t> askedUsers;
+
+} // namespace
+
+extern "C" {
+// NOLINTBEGIN(bugprone-reserved-identifier): the names that the linker's --wrap gives
+uid_t __real_geteuid();
+
+uid_t __wrap_geteuid()
+{
+    if (askedUsers.empty())
+        return __real_geteuid();
+    const uid_t user = askedUsers.front();
+    askedUsers.pop_front();
+    return user;
+}
+// NOLINTEND(bugprone-reserved-identifier)
+}
+
+namespace {
+
 constexpr std::time_t c_day = 86400;
 constexpr std::time_t c_hour = 3600;
 constexpr std::time_t c_minute = 60;
@@ -23,8 +52,6 @@ constexpr std::time_t c_minute = 60;
 /// A ring whose files have chosen times of modification, in UTC.
 class RingFilesSearch : public testing::Test {
 protected:
-    RingFilesSearch() { tzset(); }
-
     void addFile(long index, std::time_t modified) const
     {
         const std::string path = m_folder.write(name(index), "");
@@ -44,12 +71,14 @@ protected:
 
     static std::string name(long index) { return "app_" + std::to_string(index) + ".txt"; }
 
-    ScopedEnvironment m_zone{"TZ", "UTC0"};
+    ScopedTimeZone m_zone{"UTC0"};
     TemporaryFolder m_folder;
 };
 
 class RingFilesOpen : public testing::TestWithParam<RingFiles::Mode> {
 protected:
+    ~RingFilesOpen() override { askedUsers.clear(); }
+
     TemporaryFolder m_folder;
 };
 
@@ -57,6 +86,12 @@ mode_t modeOf(const std::string& path)
 {
     struct stat status {};
     return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0;
+}
+
+std::ptrdiff_t openDescriptors()
+{
+    const std::filesystem::directory_iterator descriptors("/proc/self/fd");
+    return std::distance(begin(descriptors), end(descriptors));
 }
 
 void writeThrough(RingFiles::File file, const char* text)
@@ -210,8 +245,7 @@ TEST_F(RingFilesSearch, ComparesDatesInLocalTime)
     addFile(1, 6 * c_day + 1 * c_hour);
     ASSERT_EQ(findLastUsed(10), 0);
 
-    const ScopedEnvironment west("TZ", "TST+5");
-    tzset();
+    const ScopedTimeZone west("TST+5");
 
     EXPECT_EQ(findLastUsed(10), 1);
 }
@@ -253,10 +287,44 @@ TEST_P(RingFilesOpen, FollowsNoSymbolicLink)
     EXPECT_EQ(m_folder.read("target"), "kept");
 }
 
-TEST_P(RingFilesOpen, RefusesAFileThatHasASecondNameAndLeavesItAsItIs)
+TEST_P(RingFilesOpen, OpensItsUsersFileByTheSecondNameOfABackup)
+{
+    const std::string backup = m_folder.write("backup", "");
+    ASSERT_EQ(link(backup.c_str(), m_folder.file("app_0.txt").c_str()), 0);
+
+    writeThrough(RingFiles::open(m_folder.file("app_0.txt"), GetParam()), "new\n");
+
+    EXPECT_EQ(m_folder.read("backup"), "new\n");
+}
+
+TEST_P(RingFilesOpen, RefusesAFileOfTwoNamesWhereOthersMayMakeThem)
+{
+    for (const mode_t mode : {0770U, 0707U}) {
+        const TemporaryFolder open;
+        const std::string other = open.write("other", "kept");
+        ASSERT_EQ(link(other.c_str(), open.file("app_0.txt").c_str()), 0);
+        ASSERT_EQ(chmod(open.path().c_str(), mode), 0);
+
+        EXPECT_EQ(RingFiles::open(open.file("app_0.txt"), GetParam()), nullptr) << mode;
+        EXPECT_EQ(open.read("other"), "kept");
+    }
+}
+
+TEST_P(RingFilesOpen, RefusesAFileOfTwoNamesThatIsAnotherUsers)
 {
     const std::string other = m_folder.write("other", "kept");
     ASSERT_EQ(link(other.c_str(), m_folder.file("app_0.txt").c_str()), 0);
+    askedUsers = {geteuid() + 1, geteuid()};
+
+    EXPECT_EQ(RingFiles::open(m_folder.file("app_0.txt"), GetParam()), nullptr);
+    EXPECT_EQ(m_folder.read("other"), "kept");
+}
+
+TEST_P(RingFilesOpen, RefusesAFileOfTwoNamesInAnotherUsersFolder)
+{
+    const std::string other = m_folder.write("other", "kept");
+    ASSERT_EQ(link(other.c_str(), m_folder.file("app_0.txt").c_str()), 0);
+    askedUsers = {geteuid(), geteuid() + 1};
 
     EXPECT_EQ(RingFiles::open(m_folder.file("app_0.txt"), GetParam()), nullptr);
     EXPECT_EQ(m_folder.read("other"), "kept");
@@ -285,6 +353,16 @@ TEST_P(RingFilesOpen, CannotOpenAFolder)
     EXPECT_EQ(RingFiles::open(m_folder.file("app_0.txt"), GetParam()), nullptr);
 }
 
+TEST_P(RingFilesOpen, LeavesNoDescriptorOpenWhenThereIsNoMemoryForAStream)
+{
+    const std::ptrdiff_t before = openDescriptors();
+    SystemCallFaults faults;
+    faults.fail("fdopen", ENOMEM);
+
+    EXPECT_EQ(RingFiles::open(m_folder.file("app_0.txt"), GetParam()), nullptr);
+    EXPECT_EQ(openDescriptors(), before);
+}
+
 TEST_P(RingFilesOpen, CannotOpenInAMissingFolder)
 {
     EXPECT_EQ(RingFiles::open(m_folder.file("missing/app_0.txt"), GetParam()), nullptr);
@@ -311,6 +389,17 @@ TEST(RingFiles, EmptyDropsWhatTheFileHolds)
     writeThrough(RingFiles::open(folder.file("app_0.txt"), RingFiles::Mode::empty), "new\n");
 
     EXPECT_EQ(folder.read("app_0.txt"), "new\n");
+}
+
+TEST(RingFiles, CannotOpenAFileThatCannotBeEmptied)
+{
+    const TemporaryFolder folder;
+    folder.write("app_0.txt", "kept\n");
+    SystemCallFaults faults;
+    faults.fail("ftruncate", EIO);
+
+    EXPECT_EQ(RingFiles::open(folder.file("app_0.txt"), RingFiles::Mode::empty), nullptr);
+    EXPECT_EQ(folder.read("app_0.txt"), "kept\n");
 }
 
 TEST(RingFiles, LeavesTheModeOfAnExistingFile)

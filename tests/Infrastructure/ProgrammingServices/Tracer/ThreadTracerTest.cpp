@@ -38,6 +38,9 @@ protected:
     PublishedTracer m_tracer;
 };
 
+/// The id that the system tells of every thread; 0 for its own.
+pid_t toldId = 0;
+
 /// A thread "other" inside the call "waiting", for the time of a scope.
 class WaitingThread {
 public:
@@ -77,6 +80,17 @@ protected:
 
 } // namespace
 
+extern "C" {
+// NOLINTBEGIN(bugprone-reserved-identifier): the names that the linker's --wrap gives
+pid_t __real_gettid();
+
+pid_t __wrap_gettid()
+{
+    return toldId != 0 ? toldId : __real_gettid();
+}
+// NOLINTEND(bugprone-reserved-identifier)
+}
+
 TEST_F(ThreadTracerTest, EntryLineIsThreadIdThreadNameAndCall)
 {
     const CallMarker marker("A::f");
@@ -85,6 +99,54 @@ TEST_F(ThreadTracerTest, EntryLineIsThreadIdThreadNameAndCall)
         m_tracer.folder().read("trace_0.txt"),
         "[th_" + padded(std::to_string(gettid()), 5) + "][test           ]A::f\n");
 }
+
+struct IdColumn {
+    pid_t id;
+    std::string column;
+    std::string name; // of a thread that has no other
+};
+
+class ThreadTracerIds : public testing::TestWithParam<IdColumn> {
+protected:
+    ThreadTracerIds() { toldId = GetParam().id; }
+    ~ThreadTracerIds() override { toldId = 0; }
+};
+
+TEST_P(ThreadTracerIds, ArePaddedToFiveCharactersAndNeverCut)
+{
+    PublishedTracer tracer;
+    const CallMarker marker("f");
+    TAV_TRACE(marker, TraceMsgType::D, "text");
+    tracer->PrintStacks();
+
+    EXPECT_EQ(
+        tracer.folder().read("trace_0.txt"), GetParam().column + "[test           ]f\n" +
+                                                 GetParam().column +
+                                                 "[test           ]  >> [D] text\n"
+                                                 "\n-------------- CALLSTACK --------------\n" +
+                                                 GetParam().column +
+                                                 "[test           ]    [1] f\n"
+                                                 "---------------------------------------\n");
+}
+
+TEST_P(ThreadTracerIds, NameAThreadAsTheFilterKnowsIt)
+{
+    Tracer tracer;
+    tracer.TraceTheThread(GetParam().name.c_str());
+    Tracer::SetInstance(&tracer);
+    tracer.setActive(true);
+
+    const CallMarker marker("f");
+
+    EXPECT_NE(marker.getThreadTracer(), nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Lengths, ThreadTracerIds,
+    testing::Values(
+        IdColumn{7, "[th_7    ]", "th_7"}, IdColumn{9999, "[th_9999 ]", "th_9999"},
+        IdColumn{12345, "[th_12345]", "th_12345"}, IdColumn{654321, "[th_654321]", "th_654321"},
+        IdColumn{4194304, "[th_4194304]", "th_4194304"}));
 
 TEST_F(ThreadTracerTest, ThreadNameIsNotCut)
 {

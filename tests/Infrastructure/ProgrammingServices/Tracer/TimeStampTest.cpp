@@ -1,56 +1,47 @@
 #include "TimeStamp.h"
 
-#include <cstdlib>
+#include "ScopedTimeZone.h"
+
 #include <ctime>
 #include <string>
 
 #include <gtest/gtest.h>
 
-namespace {
-
-/// Runs a test in a fixed time zone and puts the process's own back.
-class TimeStampInZone : public testing::Test {
-protected:
-    void TearDown() override
-    {
-        unsetenv("TZ");
-        tzset();
-    }
-
-    static void useZone(const char* zone)
-    {
-        setenv("TZ", zone, 1);
-        tzset();
-    }
-};
-
-} // namespace
-
-TEST_F(TimeStampInZone, IsHourMinuteSecondAndMilliseconds)
+TEST(TimeStamp, IsHourMinuteSecondAndMilliseconds)
 {
-    useZone("UTC0");
+    const ScopedTimeZone zone("UTC0");
     const std::timespec time{14 * 3600 + 3 * 60 + 7, 42999999};
 
     EXPECT_EQ(TimeStamp::of(time), "[14:03:07-042]");
 }
 
-TEST_F(TimeStampInZone, PadsEachNumberWithZeros)
+TEST(TimeStamp, PadsEachNumberWithZeros)
 {
-    useZone("UTC0");
+    const ScopedTimeZone zone("UTC0");
 
     EXPECT_EQ(TimeStamp::of(std::timespec{0, 0}), "[00:00:00-000]");
 }
 
-TEST_F(TimeStampInZone, IsInLocalTime)
+TEST(TimeStamp, IsInLocalTime)
 {
-    useZone("TST-5:30");
+    const ScopedTimeZone zone("TST-5:30");
 
     EXPECT_EQ(TimeStamp::of(std::timespec{3600, 999999999}), "[06:30:00-999]");
 }
 
-TEST_F(TimeStampInZone, NowLiesBetweenTheClockBeforeAndAfter)
+TEST(TimeStamp, IsInTheFormerZoneAgainAfterATestInAnotherOne)
 {
-    useZone("UTC0");
+    const ScopedTimeZone former("TST-2");
+    {
+        const ScopedTimeZone another("TST-5:30");
+    }
+
+    EXPECT_EQ(TimeStamp::of(std::timespec{0, 0}), "[02:00:00-000]");
+}
+
+TEST(TimeStamp, NowLiesBetweenTheClockBeforeAndAfter)
+{
+    const ScopedTimeZone zone("UTC0");
     std::timespec before{};
     std::timespec after{};
 

@@ -197,7 +197,7 @@ TEST_F(TracerConfigFile, NeedsAName)
     EXPECT_CRASH_REPORT(
         m_tracer.ReadConfigFile(nullptr),
         "REQUIRE VIOLATION : fileName != NULL - In File : "
-        "Infrastructure/ProgrammingServices/Tracer/src/Tracer - At Line : 56");
+        "Infrastructure/ProgrammingServices/Tracer/src/Tracer - At Line : <line>");
 }
 
 TEST_F(TracerConfigFile, IsDeliveredSwitchedOff)

@@ -2,6 +2,7 @@
 
 #include "AskedSleep.h"
 #include "CallMarker.h"
+#include "ContendedMutex.h"
 #include "ProcessThreads.h"
 #include "PublishedTracer.h"
 #include "Waiting.h"
@@ -77,6 +78,16 @@ TEST_F(TracerFlushThreadTest, HasNoNameInTraces)
     thread.stop();
 
     EXPECT_EQ(m_tracer.linesOfAllThreads(), "[<id>][<id>]run\n") << "named by its number";
+}
+
+TEST_F(TracerFlushThreadTest, ComesBackWhileAnotherThreadKeepsTheMutexOfTheTracer)
+{
+    m_tracer->getMutex().acquire();
+    m_tracer->Initialize();
+    waitUntilWaitedFor(m_tracer->getMutex());
+
+    EXPECT_EQ(nextAskedSleep(), std::chrono::seconds(1));
+    m_tracer->getMutex().release();
 }
 
 TEST(TracerFlushThread, EndsWhenThereIsNoTracer)

@@ -127,14 +127,14 @@ TEST_F(TracerDeathTest, NoInstanceIsAViolation)
 {
     EXPECT_CRASH_REPORT(
         Tracer::SetInstance(nullptr),
-        "REQUIRE VIOLATION : pTheTracer != NULL" + inTracer + " - At Line : 45");
+        "REQUIRE VIOLATION : pTheTracer != NULL" + inTracer + " - At Line : <line>");
 }
 
 TEST_F(TracerDeathTest, NoInstanceWithNoneBeforeIsASecondViolation)
 {
     EXPECT_CRASH_REPORT(
         setNoInstanceWithBlockedViolations(),
-        "ENSURE VIOLATION : m_Instance != NULL" + inTracer + " - At Line : 47");
+        "ENSURE VIOLATION : m_Instance != NULL" + inTracer + " - At Line : <line>");
 }
 
 TEST_F(TracerDeathTest, NoInstanceWithOneBeforeKeepsIt)
@@ -144,42 +144,42 @@ TEST_F(TracerDeathTest, NoInstanceWithOneBeforeKeepsIt)
             Tracer::SetInstance(&m_tracer);
             setNoInstanceWithBlockedViolations();
         },
-        "REQUIRE VIOLATION : pTheTracer != NULL" + inTracer + " - At Line : 45");
+        "REQUIRE VIOLATION : pTheTracer != NULL" + inTracer + " - At Line : <line>");
 }
 
 TEST_F(TracerDeathTest, NoThreadNameIsAViolation)
 {
     EXPECT_CRASH_REPORT(
         m_tracer.BeginningOfThread(nullptr),
-        "REQUIRE VIOLATION : threadName != NULL" + inTracer + " - At Line : 101");
+        "REQUIRE VIOLATION : threadName != NULL" + inTracer + " - At Line : <line>");
 }
 
 TEST_F(TracerDeathTest, NoThreadPatternIsAViolation)
 {
     EXPECT_CRASH_REPORT(
         m_tracer.TraceTheThread(nullptr),
-        "REQUIRE VIOLATION : threadName != NULL" + inTracer + " - At Line : 164");
+        "REQUIRE VIOLATION : threadName != NULL" + inTracer + " - At Line : <line>");
 }
 
 TEST_F(TracerDeathTest, EmptyThreadPatternIsAViolation)
 {
     EXPECT_CRASH_REPORT(
         m_tracer.TraceTheThread(""),
-        "REQUIRE VIOLATION : !strThreadName.empty()" + inTracer + " - At Line : 166");
+        "REQUIRE VIOLATION : !strThreadName.empty()" + inTracer + " - At Line : <line>");
 }
 
 TEST_F(TracerDeathTest, NoCallPatternIsAViolation)
 {
     EXPECT_CRASH_REPORT(
         m_tracer.TraceTheCall(nullptr),
-        "REQUIRE VIOLATION : className != NULL" + inTracer + " - At Line : 174");
+        "REQUIRE VIOLATION : className != NULL" + inTracer + " - At Line : <line>");
 }
 
 TEST_F(TracerDeathTest, EmptyCallPatternIsAViolation)
 {
     EXPECT_CRASH_REPORT(
         m_tracer.TraceTheCall(""),
-        "REQUIRE VIOLATION : !strClassName.empty()" + inTracer + " - At Line : 176");
+        "REQUIRE VIOLATION : !strClassName.empty()" + inTracer + " - At Line : <line>");
 }
 
 TEST_F(TracerDeathTest, InitializingWithoutFileNameEndsTheProcess)
