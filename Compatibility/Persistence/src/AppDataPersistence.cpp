@@ -5,7 +5,6 @@
 #include "FileSystemManagement.h"
 #include "KFMutexGuard.h"
 #include "ParameterFile.h"
-#include "ParameterText.h"
 #include "SafeFile.h"
 
 #include <optional>
@@ -40,9 +39,10 @@ bool AppDataPersistence::writeParam(const std::string& name, const std::string& 
 bool AppDataPersistence::readParam(const std::string& name, std::string& value)
 {
     CallMarker marker("AppDataPersistence::readParam", this);
-    const ParameterText text = readPersistenceFile();
-    const auto found = text.parameters.find(name);
-    if (found == text.parameters.end()) {
+    t_paramMap parameters;
+    readPersistenceFile(parameters);
+    const auto found = parameters.find(name);
+    if (found == parameters.end()) {
         TAV_TRACE(marker, TraceMsgType::D, "Parameter '%s' not found", name.c_str());
         return false;
     }
@@ -71,7 +71,7 @@ std::string AppDataPersistence::readForChange(std::string& content)
     return SafeFile::readForChange(m_filePath, content);
 }
 
-ParameterText AppDataPersistence::readPersistenceFile()
+bool AppDataPersistence::readPersistenceFile(t_paramMap& parameters)
 {
     CallMarker marker("AppDataPersistence::readPersistenceFile", this);
     std::optional<std::string> content;
@@ -79,7 +79,8 @@ ParameterText AppDataPersistence::readPersistenceFile()
         const KFMutexGuard guard(m_mutex);
         content = SafeFile::read(m_filePath);
     }
-    return ParameterText::parse(content.value_or(std::string()));
+    parameters = ParameterText::parse(content.value_or(std::string())).parameters;
+    return content.has_value();
 }
 
 bool AppDataPersistence::writePersistenceFile(const ParameterText& text)

@@ -1,12 +1,11 @@
 #pragma once
 
 #include "KFMutex.h"
+#include "ParameterText.h"
 #include "StringPersistence.h"
 #include "t_PersistenceMode.h"
 
 #include <string>
-
-struct ParameterText;
 
 /// The text parameters of one domain, kept in the file "<domain>.dat".
 ///
@@ -32,6 +31,9 @@ public:
     /// Empties the file; no file is made for it.
     void eraseAllParams() override;
 
+    /// False, with an empty map, when the file cannot be read.
+    bool readPersistenceFile(t_paramMap& parameters);
+
     /// The file of a domain; makes the folders that are missing above it.
     static std::string getPersistenceFilePath(
         const std::string& scope, const std::string& domain, t_PersistenceMode mode);
@@ -39,8 +41,6 @@ public:
 private:
     /// SafeFile::readForChange() under the mutex.
     std::string readForChange(std::string& content);
-    /// No parameters when the file cannot be read.
-    ParameterText readPersistenceFile();
     bool writePersistenceFile(const ParameterText& text);
 
     std::string m_filePath;

@@ -8,8 +8,8 @@
 /// A store of named byte buffers.
 class BinaryPersistence {
 public:
-    BinaryPersistence() = default;
-    virtual ~BinaryPersistence() = default;
+    BinaryPersistence();
+    virtual ~BinaryPersistence();
 
     BinaryPersistence(const BinaryPersistence&) = delete;
     BinaryPersistence& operator=(const BinaryPersistence&) = delete;

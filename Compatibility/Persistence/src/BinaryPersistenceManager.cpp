@@ -14,8 +14,10 @@ constexpr const char* UNIT = "Compatibility/Persistence/src/BinaryPersistenceMan
 
 BinaryPersistenceManager::BinaryPersistenceManager(
     const std::string& scope, const std::string& domain, t_PersistenceMode mode)
-    : BinaryPersistenceManager(buildPersistence(scope, domain, mode))
 {
+    CallMarker marker(
+        "BinaryPersistenceManager", "BinaryPersistenceManager::constructor", true, this);
+    m_persistenceObject = buildPersistence(scope, domain, mode);
 }
 
 BinaryPersistenceManager::BinaryPersistenceManager(
@@ -42,9 +44,9 @@ bool BinaryPersistenceManager::writeUnformattedParam(
     const std::string& name, const char* data, int size)
 {
     CallMarker marker("BinaryPersistenceManager::writeUnformattedParam", this);
-    Contract::require(m_persistenceObject != nullptr, "m_persistenceObject != NULL", UNIT, 45);
-    Contract::require(!name.empty(), "!name.empty()", UNIT, 46);
-    return m_persistenceObject->writeUnformattedParam(name, data, size);
+    return Contract::require(m_persistenceObject != nullptr, "m_persistenceObject != NULL", UNIT) &&
+           Contract::require(!name.empty(), "!name.empty()", UNIT) &&
+           m_persistenceObject->writeUnformattedParam(name, data, size);
 }
 
 void BinaryPersistenceManager::eraseAllParams()

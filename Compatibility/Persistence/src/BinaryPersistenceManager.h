@@ -19,7 +19,8 @@ public:
 
     /// The caller releases the data with delete[]; null when there is no such parameter.
     char* readUnformattedParam(const std::string& name, int& size);
-    /// Requires a store and a name that is not empty.
+    /// Requires a store and a name that is not empty; false where the signal of that violation is
+    /// blocked.
     bool writeUnformattedParam(const std::string& name, const char* data, int size);
     void eraseAllParams();
 

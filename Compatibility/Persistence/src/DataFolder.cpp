@@ -26,10 +26,8 @@ void DataFolder::makeMissing(const std::string& folder, t_PersistenceMode mode)
 {
     CallMarker marker("DataFolder::makeMissing");
     const unsigned int permissions = mode == PERSISTENCE_ALL_USERS ? 0755 : 0700;
-    // It fails where another process makes a folder above meanwhile, and that one is there then.
-    if (!FileSystemManagement::existFile(folder) &&
-        !FileSystemManagement::createFolder(folder, permissions))
-        FileSystemManagement::createFolder(folder, permissions);
+    if (!FileSystemManagement::existFile(folder))
+        FileSystemManagement::makeFolder(folder, permissions);
 }
 
 std::string DataFolder::create(const std::string& scope, t_PersistenceMode mode)

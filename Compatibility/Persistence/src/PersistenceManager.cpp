@@ -14,8 +14,9 @@ constexpr const char* UNIT = "Compatibility/Persistence/src/PersistenceManager";
 
 PersistenceManager::PersistenceManager(
     const std::string& scope, const std::string& domain, t_PersistenceMode mode)
-    : PersistenceManager(buildPersistence(scope, domain, mode))
 {
+    CallMarker marker("PersistenceManager", "PersistenceManager::constructor", true, this);
+    m_persistenceObject = buildPersistence(scope, domain, mode);
 }
 
 PersistenceManager::PersistenceManager(std::unique_ptr<StringPersistence> persistenceObject)
@@ -38,9 +39,9 @@ bool PersistenceManager::readParam(const std::string& name, std::string& value)
 bool PersistenceManager::writeParam(const std::string& name, const std::string& value)
 {
     CallMarker marker("PersistenceManager::writeParam", this);
-    Contract::require(m_persistenceObject != nullptr, "m_persistenceObject != NULL", UNIT, 41);
-    Contract::require(!name.empty(), "!name.empty()", UNIT, 42);
-    return m_persistenceObject->writeParam(name, value);
+    return Contract::require(m_persistenceObject != nullptr, "m_persistenceObject != NULL", UNIT) &&
+           Contract::require(!name.empty(), "!name.empty()", UNIT) &&
+           m_persistenceObject->writeParam(name, value);
 }
 
 void PersistenceManager::eraseAllParams()

@@ -18,7 +18,8 @@ public:
     PersistenceManager& operator=(const PersistenceManager&) = delete;
 
     bool readParam(const std::string& name, std::string& value);
-    /// Requires a store and a name that is not empty.
+    /// Requires a store and a name that is not empty; false where the signal of that violation is
+    /// blocked.
     bool writeParam(const std::string& name, const std::string& value);
     void eraseAllParams();
 

@@ -5,8 +5,8 @@
 /// A store of named texts.
 class StringPersistence {
 public:
-    StringPersistence() = default;
-    virtual ~StringPersistence() = default;
+    StringPersistence();
+    virtual ~StringPersistence();
 
     StringPersistence(const StringPersistence&) = delete;
     StringPersistence& operator=(const StringPersistence&) = delete;

@@ -6,7 +6,9 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -65,6 +67,20 @@ TEST(FolderNames, AreTheMakersAndTheDownloads)
 TEST_F(AppDataManagerTest, IsOneObject)
 {
     EXPECT_EQ(AppDataManager::getInstance(), &manager);
+}
+
+// In a process of its own, since there no test has set the scope yet.
+TEST(AppDataManagerDeathTest, HasAnEmptyScopeUntilOneIsSet)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const ScopedEnvironment variable("TAV_COMMON_DATA_DIR", "/base");
+
+    EXPECT_EXIT(
+        {
+            std::cerr << AppDataManager::getInstance()->getAllUsersDataPath();
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0), testing::StrEq("/base/Pelora//"));
 }
 
 TEST_F(AppDataManagerTest, DataPathsAreBaseMakerAndScopeWithoutSeparatorAtTheEnd)

@@ -1,6 +1,5 @@
 #include "AppDataPersistence.h"
 
-#include "ParameterText.h"
 #include "PrivateDataFolders.h"
 #include "VirtualSlot.h"
 
@@ -55,6 +54,35 @@ TEST_F(AppDataPersistenceTest, ConstructionMakesTheFolderButNoFile)
 TEST_F(AppDataPersistenceTest, ReadsNothingFromAMissingFile)
 {
     EXPECT_TRUE(fails("a"));
+}
+
+TEST_F(AppDataPersistenceTest, ReadsItsFileIntoAMap)
+{
+    folders.user().write(FILE_NAME, "a=1\nno parameter\nb=2\n");
+    t_paramMap parameters{{"former", "x"}};
+
+    EXPECT_TRUE(store.readPersistenceFile(parameters));
+
+    EXPECT_EQ(parameters, (t_paramMap{{"a", "1"}, {"b", "2"}}));
+}
+
+TEST_F(AppDataPersistenceTest, EmptyFileIsReadAndHoldsNothing)
+{
+    folders.user().write(FILE_NAME, "");
+    t_paramMap parameters{{"former", "x"}};
+
+    EXPECT_TRUE(store.readPersistenceFile(parameters));
+
+    EXPECT_TRUE(parameters.empty());
+}
+
+TEST_F(AppDataPersistenceTest, UnreadableFileEmptiesTheMap)
+{
+    t_paramMap parameters{{"former", "x"}};
+
+    EXPECT_FALSE(store.readPersistenceFile(parameters));
+
+    EXPECT_TRUE(parameters.empty());
 }
 
 TEST_F(AppDataPersistenceTest, WritesLinesSortedByName)

@@ -76,6 +76,22 @@ TEST_F(BinaryAppDataPersistenceTest, UnreadableFileEmptiesTheMap)
     EXPECT_TRUE(parameters.empty());
 }
 
+TEST_F(BinaryAppDataPersistenceTest, EmptyFileIsReadAndHoldsNothing)
+{
+    folders.user().write(FILE_NAME, "");
+    t_BinaryParamMap parameters;
+    parameters.emplace("former", t_Param("former", "x", 1));
+    const PublishedLogger log;
+
+    EXPECT_TRUE(store.readPersistenceFile(parameters));
+    EXPECT_TRUE(parameters.empty());
+    EXPECT_EQ(read("a"), std::nullopt);
+    EXPECT_TRUE(write("a", "A"));
+
+    EXPECT_EQ(content(), "\x02\0\0\0a\0\x01\0\0\0A"s);
+    EXPECT_EQ(log.lines(), "");
+}
+
 TEST_F(BinaryAppDataPersistenceTest, ReadsAndWritesItsWholeMap)
 {
     const std::string bytes = "\x02\0\0\0a\0\x01\0\0\0A\x02\0\0\0b\0\x01\0\0\0B"s;

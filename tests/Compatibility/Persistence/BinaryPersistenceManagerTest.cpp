@@ -1,7 +1,10 @@
 #include "BinaryPersistenceManager.h"
 
+#include "BlockedViolations.h"
 #include "CrashReport.h"
 #include "PrivateDataFolders.h"
+
+#include <cstdio>
 
 #include <gtest/gtest.h>
 
@@ -29,6 +32,13 @@ protected:
     MockPersistence& store = *owned;
     BinaryPersistenceManager manager{std::move(owned)};
 };
+
+void writeWhileViolationsAreBlocked(BinaryPersistenceManager& manager, const std::string& name)
+{
+    const BlockedViolations blocked;
+    if (!manager.writeUnformattedParam(name, "A", 1))
+        std::fputs("not written\n", stderr);
+}
 
 } // namespace
 
@@ -99,7 +109,7 @@ TEST(BinaryPersistenceManagerDeathTest, WritingRequiresAStore)
     EXPECT_CRASH_REPORT(
         manager.writeUnformattedParam("a", "A", 1),
         "REQUIRE VIOLATION : m_persistenceObject != NULL - In File : "
-        "Compatibility/Persistence/src/BinaryPersistenceManager - At Line : 45");
+        "Compatibility/Persistence/src/BinaryPersistenceManager - At Line : <line>");
 }
 
 TEST(BinaryPersistenceManagerDeathTest, WritingRequiresAName)
@@ -110,5 +120,29 @@ TEST(BinaryPersistenceManagerDeathTest, WritingRequiresAName)
     EXPECT_CRASH_REPORT(
         manager.writeUnformattedParam("", "A", 1),
         "REQUIRE VIOLATION : !name.empty() - In File : "
-        "Compatibility/Persistence/src/BinaryPersistenceManager - At Line : 46");
+        "Compatibility/Persistence/src/BinaryPersistenceManager - At Line : <line>");
+}
+
+TEST(BinaryPersistenceManagerDeathTest, WritesNothingWithoutAStoreWhereViolationsAreBlocked)
+{
+    BinaryPersistenceManager manager(nullptr);
+
+    EXPECT_CRASH_REPORT(
+        writeWhileViolationsAreBlocked(manager, "a"),
+        "not written\n"
+        "REQUIRE VIOLATION : m_persistenceObject != NULL - In File : "
+        "Compatibility/Persistence/src/BinaryPersistenceManager - At Line : <line>");
+}
+
+TEST(BinaryPersistenceManagerDeathTest, WritesNothingWithoutANameWhereViolationsAreBlocked)
+{
+    const PrivateDataFolders folders;
+    BinaryPersistenceManager manager("scope", "domain", PERSISTENCE_CURRENT_USER);
+
+    EXPECT_CRASH_REPORT(
+        writeWhileViolationsAreBlocked(manager, ""),
+        "not written\n"
+        "REQUIRE VIOLATION : !name.empty() - In File : "
+        "Compatibility/Persistence/src/BinaryPersistenceManager - At Line : <line>");
+    EXPECT_EQ(folders.user().read("Pelora/scope/domain_binary.dat"), "");
 }

@@ -2,18 +2,27 @@
 #include "ParameterFile.h"
 #include "PrivateDataFolders.h"
 
-#include <cerrno>
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 namespace {
 
+using Names = std::vector<std::string_view>;
+
 /// What another process makes right before this one can.
-std::string_view madeMeanwhile;
+Names madeMeanwhile;
+
+bool isMadeMeanwhile(std::string_view path)
+{
+    return std::ranges::any_of(
+        madeMeanwhile, [path](std::string_view name) { return path.ends_with(name); });
+}
 
 } // namespace
 
@@ -25,16 +34,16 @@ int mkdirCalled(const char* path, mode_t mode) __asm__("__wrap_mkdir");
 
 int mkdirCalled(const char* path, mode_t mode)
 {
-    if (!madeMeanwhile.empty() && std::string_view(path).ends_with(madeMeanwhile))
+    if (isMadeMeanwhile(path))
         realMkdir(path, mode);
     return realMkdir(path, mode);
 }
 
 } // extern "C"
 
-class DataFolderRace : public testing::TestWithParam<const char*> {
+class DataFolderRace : public testing::TestWithParam<Names> {
 protected:
-    ~DataFolderRace() override { madeMeanwhile = {}; }
+    ~DataFolderRace() override { madeMeanwhile.clear(); }
 };
 
 TEST_P(DataFolderRace, LeavesTheFolderOfTheScopeMade)
@@ -69,4 +78,7 @@ TEST_P(DataFolderRace, LetsAFileBeWrittenIntoFoldersThatAreGone)
     EXPECT_EQ(folders.user().read("Pelora/scope/file"), "x");
 }
 
-INSTANTIATE_TEST_SUITE_P(MadeMeanwhile, DataFolderRace, testing::Values("/Pelora", "/scope"));
+INSTANTIATE_TEST_SUITE_P(
+    MadeMeanwhile, DataFolderRace,
+    testing::Values(Names{"/Pelora"}, Names{"/scope"}, Names{"/Pelora", "/scope"}),
+    [](const auto& row) { return "Row" + std::to_string(row.index); });

@@ -198,6 +198,19 @@ TYPED_TEST(ParameterFilePlace, IsFixedWhenTheStoreIsMade)
     EXPECT_TRUE(fs::is_empty(later.path()));
 }
 
+TYPED_TEST(ParameterFilePlace, IsReadAnewByEveryOperation)
+{
+    this->store.write("a", "1");
+    EXPECT_EQ(this->store.read("a"), "1");
+    const std::string changed = TypeParam::contentOf("a", "2") + TypeParam::contentOf("b", "3");
+    this->folders.user().write(TypeParam::FILE_NAME, changed);
+
+    EXPECT_EQ(this->store.read("a"), "2");
+    EXPECT_TRUE(this->store.write("c", "4"));
+
+    EXPECT_EQ(this->content(), changed + TypeParam::contentOf("c", "4"));
+}
+
 TYPED_TEST(ParameterFilePlace, HoldsAHundredThousandParameters)
 {
     std::string content;

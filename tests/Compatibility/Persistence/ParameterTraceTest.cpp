@@ -1,6 +1,7 @@
 #include "AppData.h"
 #include "AppDataPersistence.h"
 #include "BinaryAppDataPersistence.h"
+#include "BinaryPersistenceManager.h"
 #include "OwnedBytes.h"
 #include "PersistenceManager.h"
 #include "PrivateDataFolders.h"
@@ -15,6 +16,7 @@
 
 using testing::HasSubstr;
 using testing::Not;
+using testing::StartsWith;
 
 namespace {
 
@@ -22,6 +24,12 @@ namespace {
 std::string linesOf(const PublishedTracer& tracer)
 {
     return std::regex_replace(tracer.lines(), std::regex("\\[<id>\\]\\[test +\\]"), "");
+}
+
+/// The same without the making of folders.
+std::string linesOfStores(const PublishedTracer& tracer)
+{
+    return std::regex_replace(linesOf(tracer), std::regex(" *DataFolder::.*\n"), "");
 }
 
 } // namespace
@@ -106,7 +114,7 @@ TEST(ParameterTrace, ShowsEachCallOfAReadingInsideItsCaller)
                          "          ParameterText::parse\n");
 }
 
-TEST(ParameterTrace, ShowsTheMakingAndTheEndOfAStore)
+TEST(ParameterTrace, ShowsTheMakingAndTheEndOfATextStore)
 {
     const PrivateDataFolders folders;
     const PublishedTracer tracer;
@@ -114,17 +122,42 @@ TEST(ParameterTrace, ShowsTheMakingAndTheEndOfAStore)
     std::make_unique<PersistenceManager>("scope", "domain", PERSISTENCE_CURRENT_USER).reset();
 
     EXPECT_EQ(
-        linesOf(tracer), "PersistenceManager::buildPersistence\n"
-                         "  AppDataPersistence::getPersistenceFilePath\n"
-                         "    DataFolder::create\n"
-                         "      DataFolder::getPath\n"
-                         "        DataFolder::getBase\n"
-                         "      DataFolder::makeMissing\n"
-                         "      DataFolder::getPath\n"
-                         "        DataFolder::getBase\n"
-                         "      DataFolder::makeMissing\n"
-                         "  AppDataPersistence::constructor\n"
-                         "PersistenceManager::constructor\n"
-                         "PersistenceManager::destructor\n"
-                         "AppDataPersistence::destructor\n");
+        linesOfStores(tracer), "PersistenceManager::constructor\n"
+                               "  PersistenceManager::buildPersistence\n"
+                               "    StringPersistence::constructor\n"
+                               "    AppDataPersistence::getPersistenceFilePath\n"
+                               "    AppDataPersistence::constructor\n"
+                               "PersistenceManager::destructor\n"
+                               "AppDataPersistence::destructor\n"
+                               "StringPersistence::destructor\n");
+}
+
+TEST(ParameterTrace, ShowsTheMakingAndTheEndOfABinaryStore)
+{
+    const PrivateDataFolders folders;
+    const PublishedTracer tracer;
+
+    std::make_unique<BinaryPersistenceManager>("scope", "domain", PERSISTENCE_CURRENT_USER).reset();
+
+    EXPECT_EQ(
+        linesOfStores(tracer), "BinaryPersistenceManager::constructor\n"
+                               "  BinaryPersistenceManager::buildPersistence\n"
+                               "    BinaryPersistence::constructor\n"
+                               "    BinaryAppDataPersistence::getPersistenceFilePath\n"
+                               "    BinaryAppDataPersistence::constructor\n"
+                               "BinaryPersistenceManager::destructor\n"
+                               "BinaryAppDataPersistence::destructor\n"
+                               "BinaryPersistence::destructor\n");
+}
+
+TEST(ParameterTrace, ShowsThatAStoreMakesItsFolder)
+{
+    const PrivateDataFolders folders;
+    const PublishedTracer tracer;
+
+    AppDataPersistence::getPersistenceFilePath("scope", "domain", PERSISTENCE_CURRENT_USER);
+
+    EXPECT_THAT(
+        linesOf(tracer),
+        StartsWith("AppDataPersistence::getPersistenceFilePath\n  DataFolder::create\n"));
 }

@@ -165,9 +165,11 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         "AppData::constructor", "AppData::destructor", "AppDataPersistence::constructor",
         "AppDataPersistence::destructor", "BinaryAppDataPersistence::constructor",
-        "BinaryAppDataPersistence::destructor", "BinaryPersistenceManager::constructor",
+        "BinaryAppDataPersistence::destructor", "BinaryPersistence::constructor",
+        "BinaryPersistence::destructor", "BinaryPersistenceManager::constructor",
         "BinaryPersistenceManager::destructor", "PersistenceManager::constructor",
-        "PersistenceManager::destructor", "t_Param::constructor", "t_Param::destructor"));
+        "PersistenceManager::destructor", "StringPersistence::constructor",
+        "StringPersistence::destructor", "t_Param::constructor", "t_Param::destructor"));
 
 /// The lines that the trace has about the objects that live now.
 std::string liveObjects(PublishedTracer& tracer)
@@ -215,8 +217,10 @@ INSTANTIATE_TEST_SUITE_P(
         Class{"AppData", [] { return std::shared_ptr<void>(std::make_shared<AppData>("domain")); }},
         Class{"AppDataPersistence", makeStore<AppDataPersistence>},
         Class{"BinaryAppDataPersistence", makeStore<BinaryAppDataPersistence>},
+        Class{"BinaryPersistence", makeStore<BinaryAppDataPersistence>},
         Class{"BinaryPersistenceManager", makeStore<BinaryPersistenceManager>},
         Class{"PersistenceManager", makeStore<PersistenceManager>},
+        Class{"StringPersistence", makeStore<AppDataPersistence>},
         Class{
             "t_Param",
             [] { return std::shared_ptr<void>(std::make_shared<t_Param>("a", "A", 1)); }}),

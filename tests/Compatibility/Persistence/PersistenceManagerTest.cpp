@@ -1,7 +1,10 @@
 #include "PersistenceManager.h"
 
+#include "BlockedViolations.h"
 #include "CrashReport.h"
 #include "PrivateDataFolders.h"
+
+#include <cstdio>
 
 #include <gtest/gtest.h>
 
@@ -20,6 +23,13 @@ protected:
     MockPersistence& store = *owned;
     PersistenceManager manager{std::move(owned)};
 };
+
+void writeWhileViolationsAreBlocked(PersistenceManager& manager, const std::string& name)
+{
+    const BlockedViolations blocked;
+    if (!manager.writeParam(name, "1"))
+        std::fputs("not written\n", stderr);
+}
 
 } // namespace
 
@@ -90,7 +100,7 @@ TEST(PersistenceManagerDeathTest, WritingRequiresAStore)
     EXPECT_CRASH_REPORT(
         manager.writeParam("a", "1"),
         "REQUIRE VIOLATION : m_persistenceObject != NULL - In File : "
-        "Compatibility/Persistence/src/PersistenceManager - At Line : 41");
+        "Compatibility/Persistence/src/PersistenceManager - At Line : <line>");
 }
 
 TEST(PersistenceManagerDeathTest, WritingRequiresAName)
@@ -99,7 +109,31 @@ TEST(PersistenceManagerDeathTest, WritingRequiresAName)
     PersistenceManager manager("scope", "domain", PERSISTENCE_CURRENT_USER);
 
     EXPECT_CRASH_REPORT(
-        manager.writeParam("", "1"), "REQUIRE VIOLATION : !name.empty() - In File : "
-                                     "Compatibility/Persistence/src/PersistenceManager - At Line : "
-                                     "42");
+        manager.writeParam("", "1"),
+        "REQUIRE VIOLATION : !name.empty() - In File : "
+        "Compatibility/Persistence/src/PersistenceManager - At Line : <line>");
+}
+
+TEST(PersistenceManagerDeathTest, WritesNothingWithoutAStoreWhereViolationsAreBlocked)
+{
+    PersistenceManager manager(nullptr);
+
+    EXPECT_CRASH_REPORT(
+        writeWhileViolationsAreBlocked(manager, "a"),
+        "not written\n"
+        "REQUIRE VIOLATION : m_persistenceObject != NULL - In File : "
+        "Compatibility/Persistence/src/PersistenceManager - At Line : <line>");
+}
+
+TEST(PersistenceManagerDeathTest, WritesNothingWithoutANameWhereViolationsAreBlocked)
+{
+    const PrivateDataFolders folders;
+    PersistenceManager manager("scope", "domain", PERSISTENCE_CURRENT_USER);
+
+    EXPECT_CRASH_REPORT(
+        writeWhileViolationsAreBlocked(manager, ""),
+        "not written\n"
+        "REQUIRE VIOLATION : !name.empty() - In File : "
+        "Compatibility/Persistence/src/PersistenceManager - At Line : <line>");
+    EXPECT_EQ(folders.user().read("Pelora/scope/domain.dat"), "");
 }

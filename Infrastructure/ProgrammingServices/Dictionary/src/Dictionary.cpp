@@ -200,8 +200,9 @@ Item* Dictionary::getItem(const char* cpath) const
 {
     CallMarker marker("Item* Dictionary::getItem(const char*) const", this);
 
-    Contract::require(cpath != nullptr, "cpath != NULL", s_unit, 203);
-    return cpath == nullptr ? nullptr : getItem(std::string(cpath));
+    if (!Contract::require(cpath != nullptr, "cpath != NULL", s_unit))
+        return nullptr;
+    return getItem(std::string(cpath));
 }
 
 std::string Dictionary::marshall(const std::string& indent)
@@ -384,7 +385,7 @@ void Dictionary::setItem(const std::string& path, Item& item)
     TAV_TRACE(
         calls.marker(), TraceMsgType::D, "Adding on key %s item %s", key.c_str(),
         item.toString("").c_str());
-    const std::unique_ptr<Item> replaced = here->m_entries.store(key, std::move(copy));
+    here->m_entries.store(key, std::move(copy));
     TAV_TRACE(calls.marker(), TraceMsgType::D, "Dictionary is now %s", here->toString("").c_str());
 }
 

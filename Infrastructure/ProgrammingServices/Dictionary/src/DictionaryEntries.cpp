@@ -74,13 +74,9 @@ const DictionaryEntries::Entry* DictionaryEntries::find(std::string_view key) co
     return found == m_map.end() ? nullptr : &*found;
 }
 
-std::unique_ptr<Item> DictionaryEntries::store(std::string_view key, std::unique_ptr<Item> item)
+void DictionaryEntries::store(const std::string& key, std::unique_ptr<Item> item)
 {
-    const auto place = m_map.lower_bound(key);
-    if (place != m_map.end() && place->first == key)
-        return std::exchange(place->second, std::move(item));
-    m_map.emplace_hint(place, key, std::move(item));
-    return nullptr;
+    m_map.insert_or_assign(key, std::move(item));
 }
 
 std::unique_ptr<Item> DictionaryEntries::take(const Entry& entry)

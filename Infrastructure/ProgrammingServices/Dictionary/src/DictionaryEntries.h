@@ -40,8 +40,8 @@ public:
 
     /// The entry under the key; NULL when there is none.
     const Entry* find(std::string_view key) const;
-    /// Puts the item under the key and hands back the one that it replaces.
-    std::unique_ptr<Item> store(std::string_view key, std::unique_ptr<Item> item);
+    /// Puts the item under the key; one that it replaces ends here.
+    void store(const std::string& key, std::unique_ptr<Item> item);
     /// Removes an entry and hands back its item.
     std::unique_ptr<Item> take(const Entry& entry);
 

@@ -15,15 +15,16 @@ constexpr std::string_view s_keyEnd = "</key>\n";
 
 } // namespace
 
-PropertyListWriter::PropertyListWriter(const CallMarker& outer, std::string indent)
+PropertyListWriter::PropertyListWriter(
+    const CallMarker& outer, std::string indent, std::size_t maxMarkupSize)
     : m_calls(outer, "std::string Dictionary::marshall(const std::string&)"),
-      m_indent(std::move(indent))
+      m_indent(std::move(indent)), m_maxMarkupSize(maxMarkupSize)
 {
 }
 
 std::string PropertyListWriter::write(const Dictionary& root)
 {
-    if (markupSize(root, m_indent.size()) > s_maxMarkupSize)
+    if (markupSize(root, m_indent.size()) > m_maxMarkupSize)
         throw std::length_error("the dictionaries are nested too deep");
 
     open(root);

@@ -15,8 +15,9 @@ public:
     /// the whole text by the values and twice this size.
     static constexpr std::size_t s_maxMarkupSize = std::size_t{512} << 20;
 
-    /// `indent` stands in front of the outermost lines.
-    PropertyListWriter(const CallMarker& outer, std::string indent);
+    /// `indent` stands in front of the outermost lines; `maxMarkupSize` is the bound.
+    PropertyListWriter(
+        const CallMarker& outer, std::string indent, std::size_t maxMarkupSize = s_maxMarkupSize);
 
     /// The text. Throws std::length_error when it would grow past the bound.
     std::string write(const Dictionary& root);
@@ -32,5 +33,6 @@ private:
     NestedCalls m_calls;
     DictionaryCursor m_cursor;
     std::string m_indent;
+    std::size_t m_maxMarkupSize;
     std::string m_text;
 };

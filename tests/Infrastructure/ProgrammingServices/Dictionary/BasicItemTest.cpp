@@ -150,7 +150,7 @@ TEST(BasicItem, ReadsExactlyOneLine)
 TEST(BasicItem, KeepsItsValueWhenTheLineHasNoTag)
 {
     BasicItem item("key", "old");
-    std::stringstream in("<int>4</int>\n<string>new</string>\n");
+    std::stringstream in("</string>\n<string>new</string>\n");
 
     EXPECT_THROW(item.unMarshall(in), KFDictionaryParsingException);
 

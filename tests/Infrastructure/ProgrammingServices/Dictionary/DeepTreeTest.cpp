@@ -15,17 +15,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-// A tree of nested dictionaries, on a stack that a recursion of even ten thousand calls would
-// overflow: what comes back from these tests did not use the call stack for the tree's depth.
+// A tree of nested dictionaries, on a stack that leaves 13 bytes for a level: what comes back from
+// these tests did not use the call stack for the tree's depth.
 namespace {
 
-constexpr int s_depth = TAV_TREE_DEPTH;
+constexpr int s_depth = 20'000;
 
+/// Each dictionary stands behind a leaf.
 std::string nestedText()
 {
     std::string text = "<dict>\n";
     for (int i = 1; i < s_depth; ++i)
-        text += "<key>d</key>\n<dict>\n";
+        text += "<key>a</key>\n<string>leaf</string>\n<key>d</key>\n<dict>\n";
     text += "<key>k</key>\n<string>bottom</string>\n";
     for (int i = 0; i < s_depth; ++i)
         text += "</dict>\n";
@@ -54,6 +55,25 @@ TEST(DeepTree, IsReadAndFreed)
         readNested(tree);
 
         EXPECT_STREQ(tree.getValue(pathToTheBottom()), "bottom");
+    });
+}
+
+// What is freed waits in one row by its key; here a leaf holds the place of each second dictionary.
+TEST(DeepTree, IsFreedWhereLeavesHaveTheKeysOfDictionaries)
+{
+    runOnSmallStack([] {
+        std::string text = "<dict>\n";
+        for (int i = 0; i < s_depth; ++i)
+            text += "<key>a</key>\n<dict>\n<key>z</key>\n<dict>\n";
+        for (int i = 0; i < s_depth; ++i)
+            text += "</dict>\n</dict>\n<key>z</key>\n<string>leaf</string>\n";
+        std::stringstream in(text);
+        Dictionary tree;
+
+        tree.unMarshall(in);
+
+        EXPECT_STREQ(tree.getValue("z"), "leaf");
+        EXPECT_STREQ(tree.getValue("a.z.z"), "leaf");
     });
 }
 

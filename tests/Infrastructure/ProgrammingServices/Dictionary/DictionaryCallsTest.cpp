@@ -22,6 +22,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+using namespace std::string_literals;
 
 /// a { b { k = "x" }, leaf = "y" }, n = 7
 Dictionary sample()
@@ -171,6 +172,18 @@ void PrintTo(const Nesting& nesting, std::ostream* out)
     *out << nesting.signature;
 }
 
+/// The lines of one operation's calls in a trace.
+std::string callsOf(const std::string& signature, const std::string& trace)
+{
+    std::string calls;
+    std::stringstream lines(trace);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.ends_with(" " + signature) || line.ends_with("]" + signature))
+            calls += line + "\n";
+    }
+    return calls;
+}
+
 using NestedDictionaryCalls = testing::TestWithParam<Nesting>;
 
 TEST_P(NestedDictionaryCalls, AreMarkedInsideTheOuterOne)
@@ -179,18 +192,18 @@ TEST_P(NestedDictionaryCalls, AreMarkedInsideTheOuterOne)
     tree.addValue("a.b.k", "x");
     PublishedTracer tracer;
     tracer->setPrintExit(true);
+    tracer->setPrintObjects(true);
 
     GetParam().run(tree);
 
-    const std::string signature = GetParam().signature;
-    std::vector<std::string> calls = callsIn(tracer.lines());
-    std::erase_if(calls, [&signature](const std::string& call) {
-        return !call.ends_with(" " + signature) && call != signature;
-    });
-    EXPECT_THAT(
-        calls, ElementsAre(
-                   signature, "  " + signature, "    " + signature, "      <- " + signature,
-                   "    <- " + signature, "  <- " + signature));
+    const std::string call = GetParam().signature;
+    const std::string calls = callsOf(call, tracer.lines());
+    const Item* const a = tree.getItem("a");
+    const Item* const b = tree.getItem("a.b");
+    EXPECT_EQ(
+        calls, entryLine(call, &tree) + entryLine("  " + call, a) + entryLine("    " + call, b) +
+                   entryLine("      <- " + call, b) + entryLine("    <- " + call, a) +
+                   entryLine("  <- " + call, &tree));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -203,6 +216,53 @@ INSTANTIATE_TEST_SUITE_P(
             "bool Dictionary::contains(const std::string&)",
             [](Dictionary& tree) { tree.contains("a.b.k"); }},
         Nesting{
+            "const char* Dictionary::findValue(const std::string&) const",
+            [](Dictionary& tree) { tree.findValue("k"); }},
+        Nesting{
+            "void Dictionary::setItem(const std::string&, Item&)",
+            [](Dictionary& tree) { tree.setItem("a.b.k", tree); }},
+        Nesting{
+            "bool Dictionary::doRemoveItem(const std::string&)",
+            [](Dictionary& tree) { tree.doRemoveItem("a.b.k"); }},
+        Nesting{"void Dictionary::unMarshall(std::stringstream&)", [](Dictionary& tree) {
+                    std::stringstream in("<dict>\n<key>a</key>\n<dict>\n<key>b</key>\n<dict>\n");
+                    tree.unMarshall(in);
+                }}));
+
+using BranchingDictionaryCalls = testing::TestWithParam<Nesting>;
+
+TEST_P(BranchingDictionaryCalls, AreMarkedOneBesideTheOther)
+{
+    Dictionary tree;
+    for (const char* const path : {"a.b.k", "a.c.k", "d.k"})
+        tree.addValue(path, 7);
+    PublishedTracer tracer;
+    tracer->setPrintExit(true);
+    tracer->setPrintObjects(true);
+
+    GetParam().run(tree);
+
+    const std::string call = GetParam().signature;
+    const std::string calls = callsOf(call, tracer.lines());
+    const Item* const a = tree.getItem("a");
+    const Item* const b = tree.getItem("a.b");
+    const Item* const c = tree.getItem("a.c");
+    const Item* const d = tree.getItem("d");
+    EXPECT_EQ(
+        calls, entryLine(call, &tree) + entryLine("  " + call, a) + entryLine("    " + call, b) +
+                   entryLine("      <- " + call, b) + entryLine("    " + call, c) +
+                   entryLine("      <- " + call, c) + entryLine("    <- " + call, a) +
+                   entryLine("  " + call, d) + entryLine("    <- " + call, d) +
+                   entryLine("  <- " + call, &tree));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Operations, BranchingDictionaryCalls,
+    testing::Values(
+        Nesting{
+            "bool Dictionary::contains(const std::string&)",
+            [](Dictionary& tree) { tree.contains("a.b.z"); }},
+        Nesting{
             "Item* Dictionary::findItem(const std::string&)",
             [](Dictionary& tree) { tree.findItem("z"); }},
         Nesting{
@@ -212,7 +272,7 @@ INSTANTIATE_TEST_SUITE_P(
             "void Dictionary::doFindItems(const std::string&, std::list<Item*>&)",
             [](Dictionary& tree) {
                 std::list<Item*> found;
-                tree.doFindItems("z", found);
+                tree.doFindItems("k", found);
             }},
         Nesting{
             "void Dictionary::doFindValues(const std::string&, std::list<const char*>&) const",
@@ -223,12 +283,6 @@ INSTANTIATE_TEST_SUITE_P(
         Nesting{
             "std::string Dictionary::doGetItemPath(Item&, const std::string&)",
             [](Dictionary& tree) { tree.doGetItemPath(tree, ""); }},
-        Nesting{
-            "void Dictionary::setItem(const std::string&, Item&)",
-            [](Dictionary& tree) { tree.setItem("a.c.k", tree); }},
-        Nesting{
-            "bool Dictionary::doRemoveItem(const std::string&)",
-            [](Dictionary& tree) { tree.doRemoveItem("a.b.k"); }},
         Nesting{
             "void Dictionary::removeAllItems(Item&)",
             [](Dictionary& tree) { tree.removeAllItems(tree); }},
@@ -244,14 +298,63 @@ INSTANTIATE_TEST_SUITE_P(
             "std::string Dictionary::toString(const std::string&)",
             [](Dictionary& tree) { tree.toString(""); }},
         Nesting{"void Dictionary::unMarshall(std::stringstream&)", [](Dictionary& tree) {
-                    std::stringstream in("<dict>\n<key>a</key>\n<dict>\n<key>b</key>\n<dict>\n");
+                    std::stringstream in(tree.marshall(""));
                     tree.unMarshall(in);
                 }}));
+
+/// What a comparison with a.b under another guise tells at a.b, and the guise.
+struct Difference {
+    const char* message;
+    std::function<void(Dictionary&)> make;
+};
+
+void PrintTo(const Difference& difference, std::ostream* out)
+{
+    *out << difference.message;
+}
+
+using DifferingDictionaryCalls = testing::TestWithParam<Difference>;
+
+TEST_P(DifferingDictionaryCalls, EndEachWithItsOwnMessage)
+{
+    Dictionary tree;
+    tree.addValue("a.b.k", "x");
+    Dictionary other(tree);
+    GetParam().make(other);
+    PublishedTracer tracer;
+    tracer->setPrintExit(true);
+
+    tree.equals(other);
+
+    const std::string call = "bool Dictionary::equals(const Item&)";
+    std::vector<std::string> lines = linesIn(tracer.lines());
+    std::erase_if(lines, [&call](const std::string& line) {
+        return !line.ends_with(call) && line.find(">> [") == std::string::npos;
+    });
+    EXPECT_THAT(
+        lines, ElementsAre(
+                   call, "  " + call, "    " + call, "      >> [D] " + (GetParam().message + ""s),
+                   "      <- " + call, "    >> [D] equals returns 0", "    <- " + call,
+                   "  >> [D] equals returns 0", "  <- " + call));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Differences, DifferingDictionaryCalls,
+    testing::Values(
+        Difference{
+            "Other is not a dictionary", [](Dictionary& other) { other.addValue("a.b", "leaf"); }},
+        Difference{
+            "Dictionary have different sizes",
+            [](Dictionary& other) { other.addValue("a.b.more", ""); }},
+        Difference{"Key not found l", [](Dictionary& other) {
+                       other.removeItem("a.b.k");
+                       other.addValue("a.b.l", "x");
+                   }}));
 
 TEST(DeepDictionaryCalls, AreMarkedOnTheOutermostLevelsAlone)
 {
     std::string path = "d";
-    for (int i = 0; i < 999; ++i)
+    for (int i = 0; i < 299; ++i)
         path += ".d";
     Dictionary tree;
     tree.addValue(path, "x");
@@ -314,6 +417,20 @@ TEST(DictionaryObjects, AreCountedByEachConstructor)
     expectCounted("Dictionary", [] { return std::make_unique<Dictionary>("name"); });
     expectCounted("Dictionary", [&] { return std::make_unique<Dictionary>(tree); });
     expectCounted("DictionaryIterator", [&] { return std::make_unique<DictionaryIterator>(tree); });
+}
+
+TEST(DictionaryReplacement, IsToldBehindTheEndOfWhatIsReplaced)
+{
+    Dictionary tree = sample();
+    BasicItem item("n", "x");
+    const PublishedTracer tracer;
+
+    tree.setItem("n", item);
+
+    const std::string lines = tracer.lines();
+    const std::size_t end = lines.find("IntBasicItem::destructor");
+    EXPECT_LT(end, lines.find("Dictionary is now"));
+    EXPECT_NE(end, std::string::npos);
 }
 
 TEST(DictionaryExceptions, AreCountedFromConstructorToDestructor)

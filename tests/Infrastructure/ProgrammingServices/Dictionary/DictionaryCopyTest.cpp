@@ -167,6 +167,35 @@ TEST(DictionaryToString, DescribesItselfAndItsEntriesOneTabDeeper)
                      " \tIntBasicItem \\[0x[0-9a-f]+\\] name : 'c' value : '7'\n"));
 }
 
+// An address takes as many characters in each of these descriptions, since it is the same one.
+TEST(DictionaryToString, IsCutBehindAMebibyteOnly)
+{
+    constexpr std::size_t bound = 1024 * 1024;
+    Dictionary tree;
+    const std::size_t size = tree.toString("").size();
+
+    const std::string longest = tree.toString(std::string(bound - size, ' '));
+    const std::string cut = tree.toString(std::string(bound - size + 1, ' '));
+
+    EXPECT_EQ(longest.size(), bound);
+    EXPECT_TRUE(longest.ends_with("] 'root' items :"));
+    EXPECT_EQ(cut.size(), bound + 4);
+    EXPECT_TRUE(cut.ends_with("] 'root' items  ..."));
+}
+
+TEST(DictionaryToString, IsCutWhereItsEntriesDoNotFit)
+{
+    constexpr std::size_t bound = 1024 * 1024;
+    Dictionary tree;
+    const std::size_t size = tree.toString("").size();
+    tree.addValue("k", "x");
+
+    const std::string cut = tree.toString(std::string(bound - size, ' '));
+
+    EXPECT_EQ(cut.size(), bound + 4);
+    EXPECT_TRUE(cut.ends_with("] 'root' items : ..."));
+}
+
 TEST(DictionaryToString, DescribesAnEmptyDictionary)
 {
     Dictionary tree;

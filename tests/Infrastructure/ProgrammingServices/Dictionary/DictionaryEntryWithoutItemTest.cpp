@@ -40,6 +40,15 @@ TEST_F(DictionaryEntryWithoutItem, IsCopiedComparedAndRemoved)
     EXPECT_FALSE(m_tree.hasKey("a"));
 }
 
+TEST_F(DictionaryEntryWithoutItem, EqualsNoEntryThatHasOne)
+{
+    Dictionary other(m_tree);
+    other.addValue("a", "");
+
+    EXPECT_FALSE(m_tree.equals(other));
+    EXPECT_FALSE(other.equals(m_tree));
+}
+
 TEST_F(DictionaryEntryWithoutItem, IsThePathOfNoItem)
 {
     BasicItem item("a");

@@ -1,5 +1,6 @@
 #include "DictionaryIterator.h"
 
+#include "BasicItem.h"
 #include "Dictionary.h"
 #include "RecordingItem.h"
 
@@ -88,6 +89,15 @@ TEST_F(DictionaryIteration, AnswersEachEntryByItsKind)
     EXPECT_TRUE(it.getValueAs(number));
     EXPECT_EQ(number, 7);
     EXPECT_EQ(it.currentDictionary(), nullptr);
+}
+
+TEST(DictionaryIterator, AnswersTheKeyOfAnEntryAndNotTheNameOfItsItem)
+{
+    BasicItem item("name", "x");
+    Dictionary tree;
+    tree.setItem("key", item);
+
+    EXPECT_EQ(DictionaryIterator(tree).key(), "key");
 }
 
 TEST(DictionaryIterator, StartsAtTheEndOfAnEmptyDictionary)

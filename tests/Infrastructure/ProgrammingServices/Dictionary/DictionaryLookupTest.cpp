@@ -1,8 +1,10 @@
+#include "BlockedViolations.h"
 #include "CrashReport.h"
 #include "Dictionary.h"
 #include "IntBasicItem.h"
 #include "RecordingItem.h"
 
+#include <cstdio>
 #include <string>
 #include <tuple>
 
@@ -118,7 +120,21 @@ TEST(DictionaryDeathTest, TakesNoNullPath)
     EXPECT_CRASH_REPORT(
         tree.getItem(static_cast<const char*>(nullptr)),
         "REQUIRE VIOLATION : cpath != NULL - In File : "
-        "Infrastructure/ProgrammingServices/Dictionary/src/Dictionary - At Line : 203");
+        "Infrastructure/ProgrammingServices/Dictionary/src/Dictionary - At Line : <line>");
+}
+
+TEST(DictionaryDeathTest, AnswersNothingForANullPathBeforeTheViolationIsReported)
+{
+    const auto getNothing = [] {
+        const BlockedViolations blocked;
+        const Item* const item = Dictionary().getItem(static_cast<const char*>(nullptr));
+        std::fputs(item == nullptr ? "nothing\n" : "something\n", stderr);
+    };
+
+    EXPECT_CRASH_REPORT(
+        getNothing(),
+        "nothing\nREQUIRE VIOLATION : cpath != NULL - In File : "
+        "Infrastructure/ProgrammingServices/Dictionary/src/Dictionary - At Line : <line>");
 }
 
 TEST_F(DictionaryLookup, AnswersTheTextOfATextOnly)
@@ -194,5 +210,14 @@ INSTANTIATE_TEST_SUITE_P(
         std::tuple("leaf.p.y", true), std::tuple("a.c.d.z", true), std::tuple("a.x.y.z", true),
         std::tuple("b.p.z", false), std::tuple("a.c.d.y", false), std::tuple("a.other.y", false),
         std::tuple("a.", false), std::tuple("a..y", false)));
+
+TEST(DictionaryContainsKept, GoesOnBehindASiblingOfTheSameHead)
+{
+    Dictionary tree;
+    tree.addValue("a.head.other", "");
+    tree.addValue("b.head.middle.x", "");
+
+    EXPECT_TRUE(tree.contains("a.head.middle.x"));
+}
 
 } // namespace

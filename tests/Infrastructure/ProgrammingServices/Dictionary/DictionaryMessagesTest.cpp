@@ -131,6 +131,24 @@ INSTANTIATE_TEST_SUITE_P(
             {"[D] looking for n", "[D] getting on * root path n",
              "[D] item found IntBasicItem [*] name : 'n' value : '7'"}},
         Operation{
+            "findValue without a hit",
+            [](Dictionary& tree) { tree.getItem("a")->findValue("z"); },
+            {"[D] getting on * root path a", "[D] looking for z", "[D] getting on * a path z",
+             "[D] Key z not found", "[D] item not found looking in children", "[D] looking for z",
+             "[D] getting on * b path z", "[D] Key z not found",
+             "[D] item not found looking in children", "[D] child is not a dictionary",
+             "[D] child is not a dictionary"}},
+        Operation{
+            "findItems",
+            [](Dictionary& tree) { tree.findItems("k"); },
+            {"[D] getting on * root path k", "[D] Key k not found", "[D] getting on * a path k",
+             "[D] Key k not found", "[D] getting on * b path k"}},
+        Operation{
+            "findValues",
+            [](Dictionary& tree) { tree.findValues("leaf"); },
+            {"[D] getting on * root path leaf", "[D] Key leaf not found",
+             "[D] getting on * a path leaf"}},
+        Operation{
             "getItemPath",
             [](Dictionary& tree) {
                 BasicItem item("leaf", "y");
@@ -304,21 +322,25 @@ TEST(DictionaryMessageAddresses, AreThoseOfTheObjects)
         return text.str();
     };
     Dictionary tree;
-    BasicItem item("k", "x");
+    tree.addValue("d.k", "x");
+    const Item* const inner = tree.getItem("d");
+    BasicItem item("k", "y");
     const std::string shown = item.toString("");
     const PublishedTracer tracer;
 
-    tree.setItem("k", item);
+    tree.setItem("d.k", item);
     tree.getItemPath(item);
-    tree.getItem("k");
+    tree.getItem("d.k");
 
     const std::string lines = tracer.lines();
-    EXPECT_THAT(
-        lines, HasSubstr("Adding on [" + address(&tree) + "] root for path k item " + shown));
-    EXPECT_THAT(
-        lines,
-        HasSubstr("looking for item [" + address(&item) + "] name k in " + address(&tree) + "\n"));
-    EXPECT_THAT(lines, HasSubstr("getting on [" + address(&tree) + "] root path k\n"));
+    for (const std::string& message : std::vector<std::string>{
+             "Adding on [" + address(&tree) + "] root for path d.k item " + shown,
+             "Adding on [" + address(inner) + "] d for path k item " + shown,
+             "looking for item [" + address(&item) + "] name k in " + address(&tree) + "\n",
+             "looking for item [" + address(&item) + "] name k in " + address(inner) + "\n",
+             "getting on [" + address(&tree) + "] root path d.k\n",
+             "getting on [" + address(inner) + "] d path k\n"})
+        EXPECT_THAT(lines, HasSubstr(message));
 }
 
 } // namespace

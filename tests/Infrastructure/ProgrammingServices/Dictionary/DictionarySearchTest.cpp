@@ -226,6 +226,19 @@ TEST(DictionaryItemPath, DoesNotSplitTheName)
     EXPECT_EQ(tree.getItemPath(item), "a.b");
 }
 
+TEST(DictionaryItemPath, HoldsTheKeysOfDictionariesAndNotTheirNames)
+{
+    Dictionary inner("inner name");
+    inner.addValue("k", "x");
+    Dictionary outer("outer name");
+    outer.setItem("inner", inner);
+    Dictionary tree;
+    tree.setItem("outer", outer);
+    BasicItem item("k", "x");
+
+    EXPECT_EQ(tree.getItemPath(item), "outer.inner.k");
+}
+
 TEST(DictionaryItemPath, OfAnItemWithoutANameIsEmptyAtTheTopAndNotBelow)
 {
     Dictionary top;

@@ -236,6 +236,21 @@ TEST(DictionaryAddDictionary, SplitsTheKeysOfTheSource)
     EXPECT_FALSE(tree.getItem("t")->getAsDictionary()->hasKey("a.b"));
 }
 
+// A later key may lead into what an earlier one has stored.
+TEST(DictionaryAddDictionary, StoresTheEntriesInKeyOrder)
+{
+    Dictionary source;
+    std::stringstream in("<dict>\n<key>a.b</key>\n<string>x</string>\n"
+                         "<key>a</key>\n<dict>\n</dict>\n</dict>\n");
+    source.unMarshall(in);
+    Dictionary tree;
+    tree.addValue("t.c", "y");
+
+    tree.addDictionary("t", source);
+
+    EXPECT_STREQ(tree.getValue("t.a.b"), "x");
+}
+
 TEST(DictionaryAddDictionary, DoesNothingWithoutATargetDictionary)
 {
     Dictionary tree;

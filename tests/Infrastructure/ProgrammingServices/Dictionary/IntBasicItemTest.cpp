@@ -143,7 +143,7 @@ TEST(IntBasicItem, ReadsExactlyOneLine)
 TEST(IntBasicItem, KeepsItsValueWhenTheLineHasNoTag)
 {
     IntBasicItem item("key", 1);
-    std::stringstream in("<integer>4</integer>\n<int>5</int>\n");
+    std::stringstream in("</int>\n<int>5</int>\n");
 
     EXPECT_THROW(item.unMarshall(in), KFDictionaryParsingException);
 

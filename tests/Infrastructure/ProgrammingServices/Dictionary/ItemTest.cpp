@@ -12,6 +12,7 @@
 
 namespace {
 
+using namespace std::string_literals;
 using testing::IsEmpty;
 using testing::Values;
 
@@ -112,7 +113,8 @@ INSTANTIATE_TEST_SUITE_P(
         std::tuple("", ""), std::tuple(" ", ""), std::tuple(" \t\n", ""), std::tuple("a", "a"),
         std::tuple(" a ", "a"), std::tuple("\ta\t", "a"), std::tuple("\na\n", "a"),
         std::tuple("\t \na b\n\t c \n", "a b\n\t c"), std::tuple("\ra\r", "\ra\r"),
-        std::tuple(" \r a \r ", "\r a \r"), std::tuple("\va\f", "\va\f")));
+        std::tuple(" \r a \r ", "\r a \r"), std::tuple("\va\f", "\va\f"),
+        std::tuple("\0a\0"s, "\0a\0"s)));
 
 struct Extraction {
     const char* tag;

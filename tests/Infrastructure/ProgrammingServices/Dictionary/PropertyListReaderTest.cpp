@@ -135,6 +135,19 @@ INSTANTIATE_TEST_SUITE_P(
             "a key as value line is skipped with its key", aAndThen("<key>c</key>\n<key>d</key>\n"),
             s_both},
         Reading{
+            "a short text is skipped with its key", aAndThen("<key>c</key>\n<string/>\n"), s_both},
+        Reading{
+            "a short integer is skipped with its key", aAndThen("<key>c</key>\n<int/>\n"), s_both},
+        Reading{
+            "a short dictionary is skipped with its key", aAndThen("<key>c</key>\n<dict/>\n"),
+            s_both},
+        Reading{
+            "closing tags as value lines are skipped with their keys",
+            aAndThen("<key>c</key>\n</string>\n<key>d</key>\n</int>\n<key>e</key>\n</dict>\n"),
+            s_both},
+        Reading{"a short key ends the dictionary", aAndThen("<key/>\n"), s_onlyA},
+        Reading{"the end of a key ends the dictionary", aAndThen("c</key>\n"), s_onlyA},
+        Reading{
             "an array on one line is skipped with its key",
             aAndThen("<key>c</key>\n<array></array>\n"), s_both},
         Reading{
@@ -181,10 +194,12 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(PropertyListReader, ReadsNothingWithoutAnOpeningTag)
 {
-    for (const char* const text : {"", "\n<dict>\n", "<plist>\n<dict>\n</dict>\n", "</dict>\n"}) {
-        Dictionary tree = read(text);
+    const std::string entry = "\n<key>a</key>\n<string>1</string>\n</dict>\n";
 
-        EXPECT_EQ(tree.getFirstItem(), nullptr) << text;
+    for (const std::string begin : {"", "\n<dict>", "<plist>\n<dict>", "</dict>", "<dict/>"}) {
+        Dictionary tree = read(begin + entry);
+
+        EXPECT_EQ(tree.getFirstItem(), nullptr) << begin;
     }
 }
 

@@ -4,6 +4,7 @@
 #include "Dictionary.h"
 #include "IntBasicItem.h"
 
+#include <stdexcept>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -90,6 +91,19 @@ TEST(PropertyListWriter, KnowsTheSizeOfItsMarkupBeforehand)
     for (const std::string indent : {"", "\t", "    "})
         EXPECT_EQ(
             PropertyListWriter::markupSize(tree, indent.size()), tree.marshall(indent).size());
+}
+
+static_assert(PropertyListWriter::s_maxMarkupSize == 512 * 1024 * 1024);
+
+TEST(PropertyListWriter, RefusesATreeWhoseMarkupIsLargerThanItsBound)
+{
+    Dictionary tree;
+    tree.addValue("a.b", "x");
+    const std::size_t size = PropertyListWriter::markupSize(tree, 1);
+    const CallMarker marker("test");
+
+    EXPECT_EQ(PropertyListWriter(marker, "\t", size).write(tree), tree.marshall("\t"));
+    EXPECT_THROW(PropertyListWriter(marker, "\t", size - 1).write(tree), std::length_error);
 }
 
 TEST(PropertyListWriter, LeavesTheLinesOfValuesOutOfTheSizeOfItsMarkup)
