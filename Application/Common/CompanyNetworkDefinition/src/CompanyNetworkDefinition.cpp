@@ -15,14 +15,14 @@ CompanyNetworkDefinition::CompanyNetworkDefinition(Dictionary* dict)
 {
     CallMarker marker(
         "CompanyNetworkDefinition", "CompanyNetworkDefinition::constructor", true, this);
-    Contract::assertThat(dict != nullptr, "dict != NULL", UNIT, 18);
-    // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): null ended the process above
-    Dictionary& network = *dict;
-    m_dictionaryName = network.getName();
-    m_companyName = DictionaryConfiguration::getDictionaryValue(network, COMPANY_NETWORK_NAME);
-    m_publicVPN = readSection<VPNConfiguration>(network, COMPANY_NETWORK_PUBLICVPN);
-    m_monitoring = readSection<MonitoringConfiguration>(network, COMPANY_NETWORK_MONITORING);
-    m_dedicatedAPN = readSection<DedicatedAPNConfiguration>(network, COMPANY_NETWORK_DEDICATEDAPN);
+    if (!Contract::assertThat(dict != nullptr, "dict != NULL", UNIT))
+        return;
+    // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): the check tells whether it is null
+    m_dictionaryName = dict->getName();
+    m_companyName = DictionaryConfiguration::getDictionaryValue(*dict, COMPANY_NETWORK_NAME);
+    m_monitoring = readSection<MonitoringConfiguration>(*dict, COMPANY_NETWORK_MONITORING);
+    m_publicVPN = readSection<VPNConfiguration>(*dict, COMPANY_NETWORK_PUBLICVPN);
+    m_dedicatedAPN = readSection<DedicatedAPNConfiguration>(*dict, COMPANY_NETWORK_DEDICATEDAPN);
 }
 
 CompanyNetworkDefinition::CompanyNetworkDefinition(const CompanyNetworkDefinition& other)
@@ -189,22 +189,22 @@ void CompanyNetworkDefinition::updateDedicatedApnPrivateVpn(
     const std::string& stopArgs)
 {
     CallMarker marker("CompanyNetworkDefinition::updateDedicatedApnPrivateVpn", this);
-    Contract::assertThat(m_dedicatedAPN != nullptr, "m_dedicatedAPN", UNIT, 192);
-    m_dedicatedAPN->setPrivateVpn(activated, start, startArgs, stop, stopArgs);
+    if (Contract::assertThat(m_dedicatedAPN != nullptr, "m_dedicatedAPN", UNIT))
+        m_dedicatedAPN->setPrivateVpn(activated, start, startArgs, stop, stopArgs);
 }
 
 void CompanyNetworkDefinition::setDedicatedAPNLogin(const std::string& login)
 {
     CallMarker marker("CompanyNetworkDefinition::setDedicatedAPNLogin", this);
-    Contract::assertThat(hasDedicatedAPN(), "hasDedicatedAPN()", UNIT, 199);
-    m_dedicatedAPN->setLogin(login);
+    if (Contract::assertThat(hasDedicatedAPN(), "hasDedicatedAPN()", UNIT))
+        m_dedicatedAPN->setLogin(login);
 }
 
 void CompanyNetworkDefinition::setDedicatedAPNPassword(const std::string& password)
 {
     CallMarker marker("CompanyNetworkDefinition::setDedicatedAPNPassword", this);
-    Contract::assertThat(hasDedicatedAPN(), "hasDedicatedAPN()", UNIT, 206);
-    m_dedicatedAPN->setPassword(password);
+    if (Contract::assertThat(hasDedicatedAPN(), "hasDedicatedAPN()", UNIT))
+        m_dedicatedAPN->setPassword(password);
 }
 
 void CompanyNetworkDefinition::createEmptyCompany()

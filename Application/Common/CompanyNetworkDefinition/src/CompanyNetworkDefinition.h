@@ -8,10 +8,11 @@
 ///
 /// Owns its sections; the pointers it hands out stay its own and end when the section is updated,
 /// assigned or destroyed. Used by one thread at a time. A missing section never fails a getter; a
-/// setter that needs one it does not have is a contract violation.
+/// setter that needs one it does not have is a contract violation, and does nothing where that
+/// signal is blocked.
 class CompanyNetworkDefinition {
 public:
-    /// Reads the network's dictionary, which stays the caller's.
+    /// Reads the network's dictionary, which stays the caller's and must not be null.
     explicit CompanyNetworkDefinition(Dictionary* dict);
     CompanyNetworkDefinition(const CompanyNetworkDefinition& other);
     /// A copy under another key; the display name stays the other's.

@@ -12,6 +12,7 @@ class DedicatedAPNConfiguration : public DictionaryConfiguration {
 public:
     explicit DedicatedAPNConfiguration(Dictionary* dictionary);
     DedicatedAPNConfiguration(const DedicatedAPNConfiguration& other);
+    /// Assigned to itself the section loses its leaf entries and keeps its sub-sections.
     DedicatedAPNConfiguration& operator=(const DedicatedAPNConfiguration& other);
     ~DedicatedAPNConfiguration() override;
 

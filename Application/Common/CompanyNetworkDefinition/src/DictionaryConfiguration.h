@@ -22,7 +22,7 @@ public:
     virtual operator Dictionary&();
 
     /// Takes a copy of the other's dictionary; the one held before is never destroyed. A section
-    /// assigned to itself is empty afterwards.
+    /// assigned to itself has no entries afterwards.
     DictionaryConfiguration& operator=(const DictionaryConfiguration& other);
 
     static std::string getDictionaryValue(Dictionary& dictionary, const std::string& key);

@@ -66,11 +66,12 @@ void Localizer::initialize(std::string fileName)
 std::string Localizer::getLocalizedString(const char* key)
 {
     CallMarker marker("NSString* Localizer::getLocalizedString(NSString*)", this);
-    Contract::require(key != nullptr, "key != NULL", unit, 184);
+    if (!Contract::require(key != nullptr, "key != NULL", unit, 184))
+        return {};
     if (m_fileName.empty())
         throw KFLocalizerNotInitializedException(unit, 188);
 
-    // NOLINTNEXTLINE(clang-analyzer-cplusplus.StringChecker): the check above ends the process
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.StringChecker): the check tells whether it is null
     const auto entry = m_strings.find(key);
     if (entry != m_strings.end())
         return entry->second;
@@ -84,7 +85,10 @@ std::string Localizer::getLocalizedString(const char* key)
 const std::string& Localizer::getLocalizedString(const char* key, const Parameters& parameters)
 {
     CallMarker marker("Localizer::getLocalizedString", this);
+    static const std::string noText;
     std::string text = getLocalizedString(key);
+    if (key == nullptr)
+        return noText;
     for (const auto& [name, value] : parameters)
         text = Utf8Text::replaceAll(text, name, value);
     return m_formatted[key] = std::move(text);

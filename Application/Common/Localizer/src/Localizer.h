@@ -31,7 +31,8 @@ public:
     /// found.
     void initialize(std::string fileName);
 
-    /// The text for the key, which must not be null. An absent key is reported at every call.
+    /// The text for the key, which must not be null: where the signal of that violation is blocked
+    /// the text is empty. An absent key is reported at every call.
     std::string getLocalizedString(const char* key);
 
     /// The same with each parameter's name, wherever it stands in the text, replaced by its value,

@@ -127,16 +127,38 @@ TEST(ConfigurationCalls, OfAnAdditionAreMarkedInsideIt)
 {
     const TemporaryFolder folder;
     Configuration configuration(folder.path());
-    const PublishedTracer tracer;
+    PublishedTracer tracer;
+    tracer->setPrintObjects(true);
 
     configuration.addCompanyNetwork("name");
 
+    for (const char* call :
+         {"  CompanyNetworkConfiguration::createAvailableCompanyNetworkDicName",
+          "  CompanyNetworkConfiguration::append"})
+        EXPECT_THAT(tracer.lines(), testing::HasSubstr(entryLine(call, &configuration)));
+}
+
+TEST(DefinitionCalls, OfAReadingMarkTheSectionsInTheirOrder)
+{
+    Dictionary network("Company1");
+    for (const char* key : {"DedicatedAPN", "Monitoring", "PublicVPN"}) {
+        Dictionary section(key);
+        network.setItem(key, section);
+    }
+    const PublishedTracer tracer;
+
+    const Definition definition(&network);
+
+    std::vector<std::string> sections = callsIn(tracer.lines());
+    std::erase_if(sections, [](const std::string& call) {
+        return !call.ends_with("Configuration::constructor") ||
+               call.ends_with(" DictionaryConfiguration::constructor");
+    });
     EXPECT_THAT(
-        callsIn(tracer.lines()), testing::IsSupersetOf(
-                                     {"CompanyNetworkConfiguration::addCompanyNetwork",
-                                      ("  CompanyNetworkConfiguration::"
-                                       "createAvailableCompanyNetworkDicName"),
-                                      "  CompanyNetworkConfiguration::append"}));
+        sections,
+        testing::ElementsAre(
+            "    MonitoringConfiguration::constructor", "    VPNConfiguration::constructor",
+            "    DedicatedAPNConfiguration::constructor"));
 }
 
 TEST(CompanyNetworks, AreCountedFromConstructorToDestructor)

@@ -3,11 +3,17 @@
 #include "AppData.h"
 #include "KFCompanyNetworkNotFoundException.h"
 #include "PrivateDataFolders.h"
+#include "PublishedTracer.h"
 #include "VirtualSlot.h"
 
+#include <memory>
 #include <type_traits>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+using testing::HasSubstr;
+using testing::Not;
 
 namespace {
 
@@ -188,6 +194,29 @@ TEST_F(CompanyNetworkConfigurationTest, DeletedNetworkStaysUsable)
     EXPECT_TRUE(configuration.empty());
     EXPECT_EQ(network->getCompanyName(), "A");
     EXPECT_TRUE(network->hasPublicVPN());
+}
+
+TEST_F(CompanyNetworkConfigurationTest, DeletedNetworkIsDestroyedOnlyWithItsConfiguration)
+{
+    auto owner = std::make_unique<CompanyNetworkConfiguration>(folder.path());
+    owner->addCompanyNetwork("A");
+    const PublishedTracer tracer;
+    const std::string destroyed = "CompanyNetworkDefinition::destructor\n";
+
+    owner->deleteCompanyNetwork("A");
+
+    EXPECT_THAT(tracer.lines(), Not(HasSubstr(destroyed)));
+    owner.reset();
+    EXPECT_THAT(tracer.lines(), HasSubstr(destroyed));
+}
+
+TEST_F(CompanyNetworkConfigurationTest, HandsOutItsListAndNoCopyOfIt)
+{
+    const std::list<CompanyNetworkDefinition*>& list = configuration.getCompanyNetworkList();
+
+    CompanyNetworkDefinition* const added = configuration.addCompanyNetwork("A");
+
+    EXPECT_EQ(list, std::list{added});
 }
 
 TEST_F(CompanyNetworkConfigurationTest, FreeNameIsTheFirstGap)

@@ -1,17 +1,21 @@
 #include "CompanyNetworkDefinition.h"
 
+#include "BlockedViolations.h"
 #include "CrashReport.h"
 #include "VirtualSlot.h"
 
+#include <cstdio>
+#include <functional>
 #include <memory>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-/// A network with every section and every key.
+/// A network with every section and every key, and one that nobody knows in each section.
 Dictionary fullNetwork()
 {
     Dictionary network("Company7");
@@ -33,6 +37,10 @@ Dictionary fullNetwork()
     Dictionary privateVpn =
         VPNConfiguration::makeDictionary("PrivateVPN", false, "e", "f", "g", "h");
     network.setItem("DedicatedAPN.PrivateVPN", privateVpn);
+    for (const char* section :
+         {"Monitoring", "PublicVPN", "DedicatedAPN", "DedicatedAPN.Proxy",
+          "DedicatedAPN.PrivateVPN"})
+        network.addValue(std::string(section) + ".Stray", "kept until the section is updated");
     return network;
 }
 
@@ -55,6 +63,28 @@ protected:
     Dictionary network = namedNetwork();
     CompanyNetworkDefinition definition{&network};
 };
+
+/// Tells what the definition holds on the standard error, ahead of the report.
+void tell(const CompanyNetworkDefinition& definition)
+{
+    const std::string name = definition.getDictionnaryName();
+    std::fputs((name + definition.getDictionary()->marshall(":")).c_str(), stderr);
+}
+
+void tellWhatNoDictionaryMakes()
+{
+    const BlockedViolations blocked;
+    const CompanyNetworkDefinition definition(static_cast<Dictionary*>(nullptr));
+    tell(definition);
+}
+
+void tellWhatIsLeftBehind(
+    CompanyNetworkDefinition& definition, void (*change)(CompanyNetworkDefinition&))
+{
+    const BlockedViolations blocked;
+    change(definition);
+    tell(definition);
+}
 
 } // namespace
 
@@ -241,11 +271,21 @@ TEST_F(FullDefinition, UpdatingThePrivateVpnReplacesTheSubSection)
     definition.updateDedicatedApnPrivateVpn(true, "1", "2", "3", "4");
 
     ASSERT_NE(definition.getDedicatedAPNPrivateVPN(), nullptr);
-    EXPECT_TRUE(definition.getDedicatedAPNPrivateVPN()->isActivated());
-    EXPECT_EQ(definition.getDedicatedAPNPrivateVPN()->getStartCmdLine(), "1");
-    EXPECT_EQ(definition.getDedicatedAPNPrivateVPN()->getStartArgs(), "2");
-    EXPECT_EQ(definition.getDedicatedAPNPrivateVPN()->getStopCmdLine(), "3");
-    EXPECT_EQ(definition.getDedicatedAPNPrivateVPN()->getStopArgs(), "4");
+    Dictionary& section = *definition.getDedicatedAPNPrivateVPN();
+    EXPECT_EQ(section.getName(), "PrivateVPN");
+    EXPECT_EQ(
+        section.marshall(""), "<dict>\n"
+                              "\t<key>Activated</key>\n"
+                              "\t<string>true</string>\n"
+                              "\t<key>StartArguments</key>\n"
+                              "\t<string>2</string>\n"
+                              "\t<key>StartCommandLine</key>\n"
+                              "\t<string>1</string>\n"
+                              "\t<key>StopArguments</key>\n"
+                              "\t<string>4</string>\n"
+                              "\t<key>StopCommandLine</key>\n"
+                              "\t<string>3</string>\n"
+                              "</dict>\n");
 }
 
 TEST_F(FullDefinition, LoginAndPasswordAreKeptAsGiven)
@@ -439,13 +479,50 @@ TEST(CompanyNetworkDefinition, SectionsAreWrittenUnderTheirOwnNamesNotUnderTheir
     EXPECT_FALSE(written->hasKey("DedicatedAPN"));
 }
 
+namespace {
+
+/// A network whose sections of these keys are all written under the name "Same".
+std::unique_ptr<Dictionary> writtenUnderOneName(const std::vector<std::string>& sections)
+{
+    Dictionary network("Company1");
+    for (const std::string& section : sections) {
+        Dictionary same("Same");
+        same.addValue("From", section);
+        network.setItem(section, same);
+    }
+    return CompanyNetworkDefinition(&network).getDictionary();
+}
+
+} // namespace
+
+TEST(CompanyNetworkDefinition, WritesItsMonitoringThenItsPublicVpnThenItsDedicatedApn)
+{
+    EXPECT_STREQ(
+        writtenUnderOneName({"PublicVPN", "Monitoring"})->getValue("Same.From"), "PublicVPN");
+    EXPECT_STREQ(
+        writtenUnderOneName({"DedicatedAPN", "PublicVPN", "Monitoring"})->getValue("Same.From"),
+        "DedicatedAPN");
+}
+
+TEST(CompanyNetworkDefinition, WritesItsNameFirst)
+{
+    Dictionary network = namedNetwork();
+    Dictionary monitoring("Name");
+    monitoring.addValue("Type", "IP");
+    network.setItem("Monitoring", monitoring);
+
+    const std::unique_ptr<Dictionary> written = CompanyNetworkDefinition(&network).getDictionary();
+
+    EXPECT_STREQ(written->getValue("Name.Type"), "IP");
+}
+
 TEST(CompanyNetworkDefinitionDeathTest, RequiresADictionary)
 {
     EXPECT_CRASH_REPORT(
         const CompanyNetworkDefinition definition(static_cast<Dictionary*>(nullptr)),
         "ASSERT VIOLATION : dict != NULL - In File : "
         "Application/Common/CompanyNetworkDefinition/src/CompanyNetworkDefinition - "
-        "At Line : 18");
+        "At Line : <line>");
 }
 
 TEST_F(PlainDefinition, DeathTestPrivateVpnRequiresADedicatedApn)
@@ -454,7 +531,7 @@ TEST_F(PlainDefinition, DeathTestPrivateVpnRequiresADedicatedApn)
         definition.updateDedicatedApnPrivateVpn(true, "a", "b", "c", "d"),
         "ASSERT VIOLATION : m_dedicatedAPN - In File : "
         "Application/Common/CompanyNetworkDefinition/src/CompanyNetworkDefinition - "
-        "At Line : 192");
+        "At Line : <line>");
 }
 
 TEST_F(PlainDefinition, DeathTestLoginRequiresADedicatedApn)
@@ -463,7 +540,7 @@ TEST_F(PlainDefinition, DeathTestLoginRequiresADedicatedApn)
         definition.setDedicatedAPNLogin("login"),
         "ASSERT VIOLATION : hasDedicatedAPN() - In File : "
         "Application/Common/CompanyNetworkDefinition/src/CompanyNetworkDefinition - "
-        "At Line : 199");
+        "At Line : <line>");
 }
 
 TEST_F(PlainDefinition, DeathTestPasswordRequiresADedicatedApn)
@@ -472,5 +549,62 @@ TEST_F(PlainDefinition, DeathTestPasswordRequiresADedicatedApn)
         definition.setDedicatedAPNPassword("password"),
         "ASSERT VIOLATION : hasDedicatedAPN() - In File : "
         "Application/Common/CompanyNetworkDefinition/src/CompanyNetworkDefinition - "
-        "At Line : 206");
+        "At Line : <line>");
 }
+
+TEST(CompanyNetworkDefinitionDeathTest, OfNoDictionaryIsEmptyWhereViolationsAreBlocked)
+{
+    EXPECT_CRASH_REPORT(
+        tellWhatNoDictionaryMakes(),
+        ":<dict>\n"
+        ":\t<key>Name</key>\n"
+        ":\t<string></string>\n"
+        ":</dict>\n"
+        "ASSERT VIOLATION : dict != NULL - In File : "
+        "Application/Common/CompanyNetworkDefinition/src/CompanyNetworkDefinition - "
+        "At Line : <line>");
+}
+
+namespace {
+
+struct ApnChange {
+    const char* condition;
+    void (*make)(CompanyNetworkDefinition&);
+};
+
+class ApnChanges : public testing::TestWithParam<ApnChange> {};
+
+} // namespace
+
+TEST_P(ApnChanges, LeaveADefinitionWithoutApnAsItIsWhereViolationsAreBlocked)
+{
+    Dictionary network = namedNetwork();
+    CompanyNetworkDefinition definition(&network);
+
+    EXPECT_CRASH_REPORT(
+        tellWhatIsLeftBehind(definition, GetParam().make),
+        std::string("Company1:<dict>\n"
+                    ":\t<key>Name</key>\n"
+                    ":\t<string>Plain</string>\n"
+                    ":</dict>\n"
+                    "ASSERT VIOLATION : ") +
+            GetParam().condition +
+            " - In File : "
+            "Application/Common/CompanyNetworkDefinition/src/CompanyNetworkDefinition - "
+            "At Line : <line>");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    CompanyNetworkDefinitionDeathTest, ApnChanges,
+    testing::Values(
+        ApnChange{
+            "m_dedicatedAPN",
+            [](CompanyNetworkDefinition& d) {
+                d.updateDedicatedApnPrivateVpn(true, "a", "b", "c", "d");
+            }},
+        ApnChange{
+            "hasDedicatedAPN()",
+            [](CompanyNetworkDefinition& d) { d.setDedicatedAPNLogin("login"); }},
+        ApnChange{"hasDedicatedAPN()", [](CompanyNetworkDefinition& d) {
+                      d.setDedicatedAPNPassword("password");
+                  }}));

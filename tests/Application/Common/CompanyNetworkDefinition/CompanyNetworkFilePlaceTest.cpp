@@ -119,6 +119,29 @@ TEST_F(CompanyNetworkFile, OfTheDefaultFolderIsWrittenWithTheFoldersThatAreMissi
     EXPECT_EQ(CompanyNetworkConfiguration("").getCompanyNetworkNameList(), Names{"one"});
 }
 
+TEST_F(CompanyNetworkFile, OfANamedFolderMakesNoDefaultFolder)
+{
+    const PrivateDataFolders folders;
+
+    CompanyNetworkConfiguration(folder.path()).writeDefinition(folder.path());
+
+    EXPECT_EQ(content(), fileBegin + fileEnd);
+    EXPECT_TRUE(fs::is_empty(folders.allUsers().path()));
+    EXPECT_TRUE(fs::is_empty(folders.user().path()));
+}
+
+// The machine's own is out of reach of this program, so that no fault under test can change it.
+TEST_F(CompanyNetworkFile, OfTheDefaultFolderIsNowhereUnlessATestGivesOne)
+{
+    const CompanyNetworkConfiguration configuration("");
+
+    configuration.writeDefinition("");
+
+    const std::string path = configuration.getConfigurationFile("");
+    EXPECT_TRUE(path.starts_with("/dev/null/none/Pelora/")) << path;
+    EXPECT_FALSE(fs::exists(path));
+}
+
 TEST_F(CompanyNetworkFile, OfADefaultFolderThatCannotBeMadeIsNotWritten)
 {
     const ScopedEnvironment variable("TAV_COMMON_DATA_DIR", folder.write("file", "x"));
@@ -178,7 +201,7 @@ TEST_F(CompanyNetworkFile, MissingIsLoggedAsNoNetwork)
 
     const CompanyNetworkConfiguration configuration(folder.path());
 
-    EXPECT_THAT(logger.lines(), HasSubstr("No company netword defined.\n"));
+    EXPECT_EQ(logger.lines(), "[WARNING] No company netword defined.\n");
 }
 
 TEST_F(CompanyNetworkFile, BadIsLoggedAsNotParsed)
@@ -188,5 +211,5 @@ TEST_F(CompanyNetworkFile, BadIsLoggedAsNotParsed)
 
     const CompanyNetworkConfiguration configuration(folder.path());
 
-    EXPECT_THAT(logger.lines(), HasSubstr("Error parsing company network configuration file.\n"));
+    EXPECT_EQ(logger.lines(), "[WARNING] Error parsing company network configuration file.\n");
 }

@@ -204,6 +204,31 @@ TEST_F(CompanyNetworkFile, KeyWithAFullStopIsWrittenOverTheSectionThatItNames)
                        fileEnd);
 }
 
+TEST_F(CompanyNetworkFile, KeyWithAFullStopIsLostToANetworkAddedUnderItsFirstPart)
+{
+    folder.write(FILE_NAME, fileBegin + network("Company1.PublicVPN", "one") + fileEnd);
+    CompanyNetworkConfiguration configuration(folder.path());
+    configuration.addCompanyNetwork("two");
+
+    configuration.writeDefinition(folder.path());
+
+    EXPECT_EQ(configuration.getCompanyNetworkNameList(), (Names{"one", "two"}));
+    EXPECT_EQ(content(), fileBegin + network("Company1", "two") + fileEnd);
+}
+
+TEST_F(CompanyNetworkFile, KeyWithAFullStopIsLostBehindATextThatItNames)
+{
+    folder.write(
+        FILE_NAME,
+        fileBegin + network("Company1", "one") + network("Company1.Name.x", "two") + fileEnd);
+    const CompanyNetworkConfiguration configuration(folder.path());
+
+    configuration.writeDefinition(folder.path());
+
+    EXPECT_EQ(configuration.getCompanyNetworkNameList(), (Names{"one", "two"}));
+    EXPECT_EQ(content(), fileBegin + network("Company1", "one") + fileEnd);
+}
+
 TEST_F(CompanyNetworkFile, WithAWrongHeaderHasNoNetwork)
 {
     const std::string rest = "<dict>\n" + network("Company1", "one") + fileEnd;

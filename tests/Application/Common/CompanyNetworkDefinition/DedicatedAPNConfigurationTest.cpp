@@ -126,6 +126,21 @@ TEST_F(DedicatedAPNConfigurationTest, JoinsItsSubSectionsAgain)
     EXPECT_FALSE(held.hasKey("PrivateVPN"));
 }
 
+TEST_F(DedicatedAPNConfigurationTest, JoinsItsProxyLast)
+{
+    Dictionary vpn("Same");
+    vpn.addValue("StartCommandLine", "a");
+    Dictionary proxy("Same");
+    proxy.addValue("Port", "8080");
+    dictionary.setItem("PrivateVPN", vpn);
+    dictionary.setItem("Proxy", proxy);
+
+    const auto whole = DedicatedAPNConfiguration(&dictionary).getDictionary();
+
+    EXPECT_STREQ(whole->getValue("Same.Port"), "8080");
+    EXPECT_EQ(whole->getValue("Same.StartCommandLine"), nullptr);
+}
+
 TEST_F(DedicatedAPNConfigurationTest, JoinedTreeHasCopiesOfItsOwn)
 {
     const std::unique_ptr<Dictionary> whole = section.getDictionary();
@@ -194,4 +209,35 @@ TEST_F(DedicatedAPNConfigurationTest, AssignmentOfSectionWithoutSubSectionsRemov
 
     EXPECT_EQ(section.getProxyConfiguration(), nullptr);
     EXPECT_EQ(section.getPrivateVPN(), nullptr);
+}
+
+TEST_F(DedicatedAPNConfigurationTest, SelfAssignmentLosesTheLeavesAndKeepsTheSubSections)
+{
+    const DedicatedAPNConfiguration& same = section;
+
+    section = same;
+
+    EXPECT_EQ(
+        section.getDictionary()->marshall(""), "<dict>\n"
+                                               "\t<key>PrivateVPN</key>\n"
+                                               "\t<dict>\n"
+                                               "\t\t<key>Activated</key>\n"
+                                               "\t\t<string>true</string>\n"
+                                               "\t\t<key>StartArguments</key>\n"
+                                               "\t\t<string>b</string>\n"
+                                               "\t\t<key>StartCommandLine</key>\n"
+                                               "\t\t<string>a</string>\n"
+                                               "\t\t<key>StopArguments</key>\n"
+                                               "\t\t<string>d</string>\n"
+                                               "\t\t<key>StopCommandLine</key>\n"
+                                               "\t\t<string>c</string>\n"
+                                               "\t</dict>\n"
+                                               "\t<key>Proxy</key>\n"
+                                               "\t<dict>\n"
+                                               "\t\t<key>Address</key>\n"
+                                               "\t\t<string>proxy.example</string>\n"
+                                               "\t\t<key>Port</key>\n"
+                                               "\t\t<string>8080</string>\n"
+                                               "\t</dict>\n"
+                                               "</dict>\n");
 }

@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 
 using testing::Contains;
+using testing::EndsWith;
+using testing::HasSubstr;
 
 namespace {
 
@@ -181,29 +183,32 @@ TEST(SectionCalls, AreMarkedInsideTheOnesThatMakeThem)
 {
     Dictionary dictionary;
     Vpn section(&dictionary);
-    const PublishedTracer tracer;
+    PublishedTracer tracer;
+    tracer->setPrintObjects(true);
 
     section.isActivated();
     section.setStopArgs("");
 
-    const std::vector<std::string> calls = callsIn(tracer.lines());
-    EXPECT_THAT(calls, Contains("  DictionaryConfiguration::isTrue"));
-    EXPECT_THAT(calls, Contains("    DictionaryConfiguration::getText"));
-    EXPECT_THAT(calls, Contains("      DictionaryConfiguration::getDictionaryValue"));
-    EXPECT_THAT(calls, Contains("  DictionaryConfiguration::setText"));
-    EXPECT_THAT(calls, Contains("    DictionaryConfiguration::setDictionaryValue"));
+    for (const char* call :
+         {"  DictionaryConfiguration::isTrue", "    DictionaryConfiguration::getText",
+          "  DictionaryConfiguration::setText"})
+        EXPECT_THAT(tracer.lines(), HasSubstr(entryLine(call, &section)));
+    for (const char* call :
+         {"      DictionaryConfiguration::getDictionaryValue",
+          "    DictionaryConfiguration::setDictionaryValue"})
+        EXPECT_THAT(tracer.lines(), HasSubstr(entryLine(call, nullptr)));
 }
 
 TEST(SectionCalls, OfADedicatedAPNAreMarkedInsideItsConstructor)
 {
     Dictionary dictionary;
-    const PublishedTracer tracer;
+    PublishedTracer tracer;
+    tracer->setPrintObjects(true);
 
     const Apn section(&dictionary);
 
-    const std::vector<std::string> calls = callsIn(tracer.lines());
-    EXPECT_THAT(calls, Contains("  DictionaryConfiguration::held"));
-    EXPECT_THAT(calls, Contains("  takeSection").Times(2));
+    EXPECT_THAT(tracer.lines(), HasSubstr(entryLine("  DictionaryConfiguration::held", &section)));
+    EXPECT_THAT(callsIn(tracer.lines()), Contains(EndsWith("]  takeSection")).Times(2));
 }
 
 TEST(SectionCalls, OfAnAssignmentMarkTheDictionaryThatIsNeverDestroyed)

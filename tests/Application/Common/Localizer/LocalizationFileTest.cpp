@@ -40,6 +40,7 @@ INSTANTIATE_TEST_SUITE_P(
         {"EmptyText", "KEY=\n", {{"KEY", ""}}},
         {"EmptyKey", "=text\n", {{"", "text"}}},
         {"NoSign", "# a comment\n", {}},
+        {"HashAheadOfAKey", "#KEY=a\n# B = c\n", {{"#KEY", "a"}, {"# B ", " c"}}},
         {"EmptyLines", "\n \n\n", {}},
         {"NoContent", "", {}},
         {"NoLineEndAtTheEnd", "KEY=text", {{"KEY", "text"}}},

@@ -1,5 +1,6 @@
 #include "Localizer.h"
 
+#include "BlockedViolations.h"
 #include "CrashReport.h"
 #include "KFLocalizerAlreadyInitializedException.h"
 #include "KFLocalizerFileNotCorrectlyFormattedException.h"
@@ -9,6 +10,7 @@
 #include "RecordingAlertPresenter.h"
 #include "TemporaryFolder.h"
 
+#include <cstdio>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -289,6 +291,25 @@ TEST_F(LocalizerTest, NullKeyEndsTheProcessWithParametersToo)
         localizer()->getLocalizedString(nullptr, {}),
         "REQUIRE VIOLATION : key != NULL - In File : "
         "Application/Common/Localizer/src/Mac/Localizer - At Line : 184");
+}
+
+static void tellTheTextsOfNoKey()
+{
+    const BlockedViolations blocked;
+    const std::string text = Localizer::getInstance()->getLocalizedString(nullptr);
+    const std::string& formatted =
+        Localizer::getInstance()->getLocalizedString(nullptr, {{"text", "another"}});
+    std::fprintf(stderr, "'%s' '%s'\n", text.c_str(), formatted.c_str());
+}
+
+TEST_F(LocalizerTest, NullKeyHasNoTextWhereViolationsAreBlocked)
+{
+    load("=text\n");
+
+    EXPECT_CRASH_REPORT(
+        tellTheTextsOfNoKey(), "'' ''\n"
+                               "REQUIRE VIOLATION : key != NULL - In File : "
+                               "Application/Common/Localizer/src/Mac/Localizer - At Line : 184");
 }
 
 struct LocalizerCall : MarkedCall<Localizer> {};
