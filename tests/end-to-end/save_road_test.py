@@ -2,12 +2,13 @@
 
 import unittest
 
+from configuration_window import NO_MONITORING, NO_VPN, WITH_MONITORING, WITH_VPN
 from desktop import wait_for
 from scenario import Scenario, network_file
 
-FILLED = network_file(
-    vpn="true", start="/usr/sbin/vpn", start_arguments="up office", stop="/usr/sbin/vpn",
-    stop_arguments="down office", monitoring="true", address="192.0.2.17")
+VALUES = {"start": "/usr/sbin/vpn", "start_arguments": "up office", "stop": "/usr/sbin/vpn",
+          "stop_arguments": "down office", "address": "192.0.2.17"}
+FILLED = network_file(vpn="true", monitoring="true", **VALUES)
 
 SECOND_NETWORK = """\t<key>Company2</key>
 \t<dict>
@@ -99,9 +100,24 @@ class SaveRoad(Scenario):
         self.assertEqual(window.address.text, "192.0.2.17")
         window.save()
         self.assert_ended(window)
-        self.assertEqual(self.stored(), network_file(
-            vpn="false", start="/usr/sbin/vpn", start_arguments="up office", stop="/usr/sbin/vpn",
-            stop_arguments="down office", monitoring="false", address="192.0.2.17"))
+        self.assertEqual(
+            self.stored(), network_file(vpn="false", monitoring="false", **VALUES))
+
+    def test_vpn_without_monitoring_shows_and_either_choice_switches_alone(self):
+        stored = network_file(vpn="true", monitoring="false", **VALUES)
+        opened = [WITH_VPN, NO_MONITORING]
+        self._assert_switch(stored, opened, NO_VPN, [NO_VPN, NO_MONITORING],
+                            network_file(vpn="false", monitoring="false", **VALUES))
+        self._assert_switch(stored, opened, WITH_MONITORING, [WITH_VPN, WITH_MONITORING],
+                            network_file(vpn="true", monitoring="true", **VALUES))
+
+    def test_monitoring_without_vpn_shows_and_either_choice_switches_alone(self):
+        stored = network_file(vpn="false", monitoring="true", **VALUES)
+        opened = [NO_VPN, WITH_MONITORING]
+        self._assert_switch(stored, opened, WITH_VPN, [WITH_VPN, WITH_MONITORING],
+                            network_file(vpn="true", monitoring="true", **VALUES))
+        self._assert_switch(stored, opened, NO_MONITORING, [NO_VPN, NO_MONITORING],
+                            network_file(vpn="false", monitoring="false", **VALUES))
 
     def test_cancel_leaves_the_file_untouched(self):
         self.store(FILLED)
@@ -165,6 +181,20 @@ class SaveRoad(Scenario):
         self.assert_ended(window)
         self.assertEqual(self.stored(), network_file(
             vpn="true", start="/opt/<b>&amp; \"x\" 'y'", stop="/opt/日本語/😀"))
+
+    def _assert_switch(self, stored, opened, choice, chosen, saved):
+        with self.subTest(choice=choice):
+            self.store(stored)
+            window = self.open_window()
+            self.assertEqual(window.chosen(), opened)
+
+            window.radio(choice).press()
+
+            wait_for(lambda: window.radio(choice).checked, "switched radio button")
+            self.assertEqual(window.chosen(), chosen)
+            window.save()
+            self.assert_ended(window)
+            self.assertEqual(self.stored(), saved)
 
     def _assert_open_and_unsaved(self, window):
         wait_for(lambda: window.application.window_titles() == [window.node.name], "closed alert")

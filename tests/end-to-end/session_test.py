@@ -9,8 +9,9 @@ import stat
 import unittest
 from pathlib import Path
 
+from configuration_window import ConfigurationWindow
 from desktop import wait_for
-from scenario import Scenario, network_file
+from scenario import TOOL, Scenario, network_file
 
 TALKATIVE = "*.debug=true"  # the toolkit tells of almost everything that it does
 
@@ -91,6 +92,24 @@ class Session(Scenario):
         self.assertIn("\nUmask:\t0022\n", status)
         window.cancel()
         self.assert_ended(window)
+
+    def test_window_survives_the_end_of_a_child_that_the_caller_left_to_it(self):
+        told = self.data / "child"
+        application = self.desktop.launch(
+            ["sh", "-c", f'sleep 1000 & echo $! > "{told}"; exec "$0" --adminRights', str(TOOL)],
+            TAV_COMMON_DATA_DIR=self.data, XDG_DATA_HOME=self.data / "user", LANGUAGE="en")
+        self.addCleanup(self._end, application.process)
+        window = ConfigurationWindow(application, TOOL)
+        child = told.read_text().strip()
+
+        os.kill(int(child), signal.SIGTERM)
+        wait_for(lambda: not Path("/proc", child).exists(), "end of the child")
+        window.choose_monitoring()
+        window.address.set_text("192.0.2.17")
+        window.save()
+
+        self.assert_ended(window)
+        self.assertEqual(self.stored(), network_file(monitoring="true", address="192.0.2.17"))
 
     def test_reader_is_told_that_no_display_can_be_used(self):
         read_end, write_end = pipe()

@@ -13,16 +13,26 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+/// The calls and messages of a trace without object columns, with their indentation; of a message,
+/// its first line.
+inline std::vector<std::string> linesIn(const std::string& trace)
+{
+    constexpr std::string_view s_columns = "[<id>][test           ]";
+    std::vector<std::string> lines;
+    std::stringstream in(trace);
+    for (std::string line; std::getline(in, line);) {
+        if (line.starts_with("[<id>]"))
+            lines.push_back(line.substr(s_columns.size()));
+    }
+    return lines;
+}
+
 /// The calls of a trace without object columns, with their indentation; messages are left out.
 inline std::vector<std::string> callsIn(const std::string& trace)
 {
-    constexpr std::string_view s_columns = "[<id>][test           ]";
-    std::vector<std::string> calls;
-    std::stringstream lines(trace);
-    for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with("[<id>]") && line.find(">> [") == std::string::npos)
-            calls.push_back(line.substr(s_columns.size()));
-    }
+    std::vector<std::string> calls = linesIn(trace);
+    std::erase_if(
+        calls, [](const std::string& line) { return line.find(">> [") != std::string::npos; });
     return calls;
 }
 

@@ -2,6 +2,7 @@
 
 #include "TavConfigurationMessages.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -21,7 +22,12 @@ public:
     {
         messages.push_back("fillMonitoringAddress " + address);
     }
-    void closeApplication() override { messages.emplace_back("closeApplication"); }
+    void closeApplication() override
+    {
+        messages.emplace_back("closeApplication");
+        if (atClose)
+            atClose();
+    }
     std::optional<std::string> browseAction() override
     {
         messages.emplace_back("browseAction");
@@ -30,4 +36,5 @@ public:
 
     std::vector<std::string> messages;
     std::optional<std::string> chosenFile;
+    std::function<void()> atClose;
 };

@@ -5,6 +5,10 @@ import pathlib
 import texts
 
 TITLE = "TavConfiguration"
+WITH_VPN = "WITH_VPN_RADIOBUTTON"
+NO_VPN = "NO_VPN_RADIOBUTTON"
+WITH_MONITORING = "MONITORING_ENABLE_RADIO_BUTTON"
+NO_MONITORING = "MONITORING_DISABLE_RADIO_BUTTON"
 
 
 class ConfigurationWindow:
@@ -30,16 +34,21 @@ class ConfigurationWindow:
                 self.address]
 
     def choose_vpn(self):
-        self.radio("WITH_VPN_RADIOBUTTON").press()
+        self.radio(WITH_VPN).press()
 
     def choose_no_vpn(self):
-        self.radio("NO_VPN_RADIOBUTTON").press()
+        self.radio(NO_VPN).press()
 
     def choose_monitoring(self):
-        self.radio("MONITORING_ENABLE_RADIO_BUTTON").press()
+        self.radio(WITH_MONITORING).press()
 
     def choose_no_monitoring(self):
-        self.radio("MONITORING_DISABLE_RADIO_BUTTON").press()
+        self.radio(NO_MONITORING).press()
+
+    def chosen(self):
+        """Those of the four radio buttons that are on."""
+        return [key for key in (WITH_VPN, NO_VPN, WITH_MONITORING, NO_MONITORING)
+                if self.radio(key).checked]
 
     def radio(self, key):
         return self.node.find("radio button", self.texts[key])

@@ -266,6 +266,13 @@ class Node:
         if not self._atspi.EditableText.set_text_contents(self._accessible, text):
             raise AssertionError(f"'{self.name}' takes no text")
 
+    def insert_text(self, position, text):
+        self._atspi.EditableText.insert_text(
+            self._accessible, position, text, len(text.encode()))
+
+    def delete_text(self, start, end):
+        self._atspi.EditableText.delete_text(self._accessible, start, end)
+
     def press(self):
         """Does the control's first action, as a click would, without waiting for its effect."""
         if not self._atspi.Action.do_action(self._accessible, 0):

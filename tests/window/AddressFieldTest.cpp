@@ -1,8 +1,6 @@
 #include "ConfigurationWindow.h"
+#include "EditingWay.h"
 #include "NetworkFile.h"
-
-#include <QClipboard>
-#include <QInputMethodEvent>
 
 #include <string>
 
@@ -30,11 +28,17 @@ protected:
     ConfigurationWindow m_window;
 };
 
+class AddressFieldEditedBy : public AddressFieldTest,
+                             public testing::WithParamInterface<EditingWay> {};
+
 /// The field holds a stored value that could not have been typed.
 class AddressFieldWithStoredNameTest : public AddressFieldTest {
 protected:
     AddressFieldWithStoredNameTest() : AddressFieldTest("host") {}
 };
+
+class AddressFieldWithStoredNameEditedBy : public AddressFieldWithStoredNameTest,
+                                           public testing::WithParamInterface<EditingWay> {};
 
 } // namespace
 
@@ -80,21 +84,52 @@ TEST_F(AddressFieldTest, RefusesALetterFromAnInputMethod)
     EXPECT_EQ(field().value(), "");
 }
 
-TEST_F(AddressFieldTest, TakesAPastedAddress)
+TEST_P(AddressFieldEditedBy, TakesAnAddress)
 {
-    paste("10.0.0.1");
+    type("10.");
+
+    GetParam().append(field(), "0.0.1");
 
     EXPECT_EQ(field().value(), "10.0.0.1");
 }
 
-TEST_F(AddressFieldTest, RefusesAPastedTextAsAWhole)
+TEST_P(AddressFieldEditedBy, RefusesATextAsAWhole)
 {
     type("1.");
-    paste("2.3 ");
-    paste("host.example");
-    paste("4\n");
 
-    EXPECT_EQ(field().value(), "1.");
+    for (const char* const refused : {"2.3 ", "x", " ", "2.x.3", "host.example", "4\n", "-1"}) {
+        GetParam().append(field(), QString::fromUtf8(refused));
+        EXPECT_EQ(field().value(), "1.") << refused;
+        EXPECT_EQ(field().cursorPosition(), 2) << refused;
+    }
+}
+
+TEST_P(AddressFieldWithStoredNameEditedBy, KeepsTheName)
+{
+    for (const char* const refused : {"x", "1", ".example"}) {
+        GetParam().append(field(), QString::fromUtf8(refused));
+        EXPECT_EQ(field().value(), "host") << refused;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Ways, AddressFieldEditedBy, testing::ValuesIn(editingWays()),
+    [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Ways, AddressFieldWithStoredNameEditedBy, testing::ValuesIn(editingWays()),
+    [](const auto& test) { return std::string(test.param.name); });
+
+TEST_F(AddressFieldTest, KeepsItsHistoryWhenTypingIsRefused)
+{
+    type("1");
+    paste("2");
+
+    type("x");
+    field().undo();
+    EXPECT_EQ(field().value(), "1");
+
+    field().redo();
+    EXPECT_EQ(field().value(), "12");
 }
 
 TEST_F(AddressFieldTest, CanBeEmptiedAgain)
@@ -146,14 +181,57 @@ TEST_F(AddressFieldWithStoredNameTest, CanBeEmptied)
     EXPECT_EQ(field().value(), "");
 }
 
+TEST_F(AddressFieldWithStoredNameTest, KeepsTheCursorWhereAnEditIsRefused)
+{
+    field().setCursorPosition(2);
+
+    type("x");
+    EXPECT_EQ(field().cursorPosition(), 2);
+    QTest::keyClick(&field(), Qt::Key_Backspace);
+    EXPECT_EQ(field().cursorPosition(), 2);
+    QTest::keyClick(&field(), Qt::Key_Delete);
+    EXPECT_EQ(field().cursorPosition(), 2);
+    EXPECT_EQ(field().value(), "host");
+}
+
+TEST_F(AddressFieldWithStoredNameTest, IsReplacedOrClearedWholeThroughAccessibility)
+{
+    accessibleText(field()).deleteText(1, 3);
+    EXPECT_EQ(field().value(), "host");
+
+    accessibleText(field()).replaceText(0, 4, "10.0.0.1");
+    EXPECT_EQ(field().value(), "10.0.0.1");
+
+    accessibleText(field()).replaceText(0, 8, "host");
+    EXPECT_EQ(field().value(), "host");
+
+    accessibleText(field()).deleteText(0, 4);
+    EXPECT_EQ(field().value(), "");
+}
+
+TEST_F(AddressFieldWithStoredNameTest, ComesBackByUndoAndGoesAgainByRedo)
+{
+    field().selectAll();
+    type("1");
+
+    field().undo();
+    EXPECT_EQ(field().value(), "host");
+
+    field().redo();
+    EXPECT_EQ(field().value(), "1");
+}
+
 TEST_F(AddressFieldWithStoredNameTest, ChecksEditsAlsoAfterUndoHasBroughtTheNameBack)
 {
     field().selectAll();
     type("1");
     field().undo();
     ASSERT_EQ(field().value(), "host");
+    field().deselect();
+    field().setCursorPosition(2);
 
     type("x");
 
     EXPECT_EQ(field().value(), "host");
+    EXPECT_EQ(field().cursorPosition(), 2);
 }

@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
+#include <QWindow>
 
 #include <functional>
 #include <string>
@@ -54,6 +55,20 @@ TEST_F(MessageBoxAlertPresenterTest, ShowsTitleAndTextToTheLetter)
     EXPECT_EQ(title.toStdString(), "R&D <b>");
     EXPECT_EQ(text.toStdString(), "<b>50%</b> &amp; \xC3\xA9\nline");
     EXPECT_EQ(format, Qt::PlainText);
+}
+
+TEST_F(MessageBoxAlertPresenterTest, ShowsTheToolkitsPlaceholderInATitleToTheLetter)
+{
+    for (const char* const title : {"[*]", "a [*] b", "[*][*]", "[*][*][*] c", "[**]"}) {
+        QString shown;
+
+        show(AlertPresenter::Level::note, title, "Text", [&](QMessageBox& box) {
+            shown = box.windowHandle()->title();
+            answer(box);
+        });
+
+        EXPECT_EQ(shown.toStdString(), title);
+    }
 }
 
 TEST_F(MessageBoxAlertPresenterTest, OffersOneOkButton)

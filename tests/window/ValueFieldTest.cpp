@@ -1,9 +1,8 @@
 #include "ValueField.h"
 
+#include "EditingWay.h"
 #include "Typing.h"
 
-#include <QApplication>
-#include <QClipboard>
 #include <QTest>
 
 #include <string>
@@ -17,6 +16,8 @@ void paste(ValueField& field, const QString& text)
     QApplication::clipboard()->setText(text);
     field.paste();
 }
+
+class ValueFieldEditedBy : public testing::TestWithParam<EditingWay> {};
 
 } // namespace
 
@@ -63,13 +64,55 @@ TEST(ValueField, YieldsALineBreakOfTheValueUnchangedUntilEdited)
     EXPECT_EQ(field.value(), "a b c");
 }
 
-TEST(ValueField, TurnsPastedLineBreaksAndNulIntoBlanks)
+TEST_P(ValueFieldEditedBy, TurnsLineBreaksAndNulIntoBlanks)
 {
     ValueField field;
+    field.setValue("sh ");
 
-    paste(field, QStringLiteral("/bin/vpn\n-a\r\n") + QChar(u'\0') + u'b');
+    GetParam().append(field, QStringLiteral("/bin/vpn\n-a\r\n") + QChar(u'\0') + u'b');
 
-    EXPECT_EQ(field.value(), "/bin/vpn -a   b");
+    EXPECT_EQ(field.value(), "sh /bin/vpn -a   b");
+}
+
+TEST_P(ValueFieldEditedBy, LeavesEveryOtherTextAlone)
+{
+    const QString odd = QStringLiteral(" <b>&\t\"\u00E9\u2028\U0001F600 ");
+    ValueField field;
+
+    GetParam().append(field, odd);
+
+    EXPECT_EQ(field.value(), odd.toStdString());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Ways, ValueFieldEditedBy, testing::ValuesIn(editingWays()),
+    [](const auto& test) { return std::string(test.param.name); });
+
+TEST(ValueField, KeepsItsHistoryWhenALineBreakIsPasted)
+{
+    ValueField field;
+    field.setValue("stored");
+    typeText(field, "X");
+
+    paste(field, "a\nb");
+    EXPECT_EQ(field.value(), "storedXa b");
+
+    field.undo();
+    EXPECT_EQ(field.value(), "storedX");
+    field.undo();
+    EXPECT_EQ(field.value(), "stored");
+}
+
+TEST(ValueField, YieldsTheStoredBytesAgainAfterUndo)
+{
+    ValueField field;
+    field.setValue("caf\xE9\n");
+    typeText(field, "s");
+    ASSERT_EQ(field.value(), "caf\xEF\xBF\xBD s");
+
+    field.undo();
+
+    EXPECT_EQ(field.value(), "caf\xE9\n");
 }
 
 TEST(ValueField, YieldsTheLastValueThatWasSet)

@@ -93,6 +93,33 @@ TEST_F(WindowActionsTest, SaveWritesWhatTheWindowHoldsAndEndsTheApplication)
     EXPECT_EQ(m_window.file.read(), edited.bytes());
 }
 
+TEST_F(WindowActionsTest, EachGroupIsSavedAsItsOwnCellsSay)
+{
+    for (const bool vpn : {false, true}) {
+        NetworkFile expected = on;
+        expected.vpnActivated = vpn ? "true" : "false";
+        expected.monitoringActivated = vpn ? "false" : "true";
+        const ConfigurationWindow window(on.bytes(), texts);
+        window.click(vpn ? "radioButtonDisableMonitoring" : "radioButtonsWithoutVPN");
+
+        runUntilClosed([&] { window.click("saveButton"); });
+
+        EXPECT_EQ(window.file.read(), expected.bytes());
+    }
+}
+
+TEST_F(WindowActionsTest, LettersAndBlanksAreRefusedByTheAddressFieldAlone)
+{
+    for (const char* const field :
+         {"m_startCommandLineField", "m_startArgsField", "m_stopCommandLineField",
+          "m_stopArgsField", "m_IPAddressTextField"}) {
+        m_window.outlet<ValueField>(field).clear();
+        m_window.type(field, "a 1");
+    }
+
+    EXPECT_EQ(entries(), (std::vector<std::string>{"a 1", "a 1", "a 1", "a 1", "1"}));
+}
+
 TEST_F(WindowActionsTest, EnterInAFieldSaves)
 {
     m_window.type("m_IPAddressTextField", "9.9");
@@ -343,6 +370,19 @@ TEST_F(WindowActionsTest, FileChooserOffersOneExistingFile)
 
     EXPECT_EQ(mode, QFileDialog::ExistingFile);
     EXPECT_EQ(acceptMode, QFileDialog::AcceptOpen);
+}
+
+TEST_F(WindowActionsTest, FileChooserStandsOverTheWindow)
+{
+    const QWidget* parent = nullptr;
+    atFileChooser([&](QFileDialog& panel) {
+        parent = panel.parentWidget();
+        panel.reject();
+    });
+
+    m_window.click("browseStartButton");
+
+    EXPECT_EQ(parent, &m_window.window);
 }
 
 TEST_F(WindowActionsTest, BrowseMessageAnswersWithThePath)

@@ -1,6 +1,9 @@
 #include "ConfigurationWindow.h"
 #include "NetworkFile.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -23,6 +26,29 @@ const NetworkFile on{
     .stopCommandLine = "/bin/down",
     .monitoringActivated = "true",
     .address = "10.0.0.1"};
+
+/// How light a colour is, from 0 to 1, as the accessibility guidelines for web content count it.
+double luminance(const QColor& colour)
+{
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+/// The contrast of a text of that colour, which may be translucent, from 1 to 21.
+double contrastOn(const QColor& ground, const QColor& text)
+{
+    const auto mixed = [alpha = text.alphaF()](float below, float above) {
+        return below + alpha * (above - below);
+    };
+    const double shown = luminance(QColor::fromRgbF(
+        mixed(ground.redF(), text.redF()), mixed(ground.greenF(), text.greenF()),
+        mixed(ground.blueF(), text.blueF())));
+    const auto [darker, lighter] = std::minmax({luminance(ground), shown});
+    return (lighter + 0.05) / (darker + 0.05);
+}
 
 void expectVpn(const ConfigurationWindow& window, bool enabled)
 {
@@ -82,6 +108,57 @@ TEST(WindowChoices, StartSwitchedOnAsTheFileSays)
 
     expectVpn(window, true);
     expectMonitoring(window, true);
+}
+
+TEST(WindowChoices, EachGroupStartsAsItsOwnSectionSays)
+{
+    const ConfigurationWindow vpnAlone(NetworkFile{.vpnActivated = "true"}.bytes(), "");
+    const ConfigurationWindow monitoringAlone(
+        NetworkFile{.monitoringActivated = "true"}.bytes(), "");
+
+    expectVpn(vpnAlone, true);
+    expectMonitoring(vpnAlone, false);
+    expectVpn(monitoringAlone, false);
+    expectMonitoring(monitoringAlone, true);
+}
+
+TEST(WindowChoices, GrayIsReadableAndFarFromBlack)
+{
+    const ConfigurationWindow window(off.bytes(), "");
+    const QPalette palette = window.window.palette();
+
+    for (const char* const name : vpnLabels) {
+        const QColor gray = window.outlet(name).palette().color(QPalette::WindowText);
+        const double contrast = contrastOn(palette.color(QPalette::Window), gray);
+
+        EXPECT_GE(contrast, 3.0) << name;
+        EXPECT_LT(
+            contrast,
+            contrastOn(palette.color(QPalette::Window), palette.color(QPalette::WindowText)) / 3)
+            << name;
+    }
+}
+
+TEST(WindowChoices, TabStopsAtTheChosenCellAlone)
+{
+    const ConfigurationWindow window(off.bytes(), "");
+    const auto stops = [&](const char* cell) {
+        return window.outlet(cell).focusPolicy() == Qt::StrongFocus;
+    };
+    EXPECT_TRUE(stops("radioButtonsWithoutVPN"));
+    EXPECT_FALSE(stops("radioButtonsWithVPN"));
+    EXPECT_TRUE(stops("radioButtonDisableMonitoring"));
+    EXPECT_FALSE(stops("radioButtonEnableMonitoring"));
+
+    window.click("radioButtonsWithVPN");
+    window.click("radioButtonEnableMonitoring");
+
+    EXPECT_FALSE(stops("radioButtonsWithoutVPN"));
+    EXPECT_TRUE(stops("radioButtonsWithVPN"));
+    EXPECT_FALSE(stops("radioButtonDisableMonitoring"));
+    EXPECT_TRUE(stops("radioButtonEnableMonitoring"));
+    EXPECT_EQ(window.outlet("radioButtonsWithoutVPN").focusPolicy(), Qt::ClickFocus);
+    EXPECT_EQ(window.outlet("radioButtonDisableMonitoring").focusPolicy(), Qt::ClickFocus);
 }
 
 TEST(WindowChoices, VpnIsSwitchedOnAndOffByItsCellsAlone)

@@ -2,8 +2,12 @@
 #include "NetworkFile.h"
 #include "ShippedTexts.h"
 
+#include <QAbstractEventDispatcher>
 #include <QGroupBox>
 #include <QKeySequence>
+#include <QLayout>
+#include <QStyle>
+#include <QStyleOptionButton>
 
 #include <map>
 #include <set>
@@ -40,10 +44,43 @@ void expectNothingCut(const QDialog& window)
     }
 }
 
+/// Does all that waits: what a control asks for is handed up to the window from event to event.
+void settle()
+{
+    while (QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents)) {
+    }
+}
+
+/// Another font of the user than before, while it is in scope; what waits for that is done.
+class ApplicationFont {
+public:
+    explicit ApplicationFont(const QFont& font) { set(font); }
+    ~ApplicationFont() { set(m_former); }
+
+    ApplicationFont(const ApplicationFont&) = delete;
+    ApplicationFont& operator=(const ApplicationFont&) = delete;
+
+private:
+    static void set(const QFont& font)
+    {
+        QApplication::setFont(font);
+        settle();
+    }
+
+    const QFont m_former = QApplication::font();
+};
+
+QFont largerFont()
+{
+    QFont font = QApplication::font();
+    font.setPointSize(font.pointSize() + 7);
+    return font;
+}
+
 void resize(QDialog& window, const QSize& size)
 {
     window.resize(size);
-    QApplication::processEvents();
+    settle();
 }
 
 } // namespace
@@ -96,19 +133,81 @@ INSTANTIATE_TEST_SUITE_P(
     Languages, WindowInLanguage, testing::Values("EN", "fr", "de", "es"),
     [](const auto& test) { return std::string(test.param); });
 
-TEST(WindowLayout, CutsNoVeryLongTranslation)
+TEST(WindowLayout, OpensWideEnoughForAPathAndNoHigherThanItsTexts)
+{
+    const ConfigurationWindow window("", shippedTexts("EN"));
+    const int width = 90 * window.window.fontMetrics().averageCharWidth();
+
+    EXPECT_EQ(window.window.size(), QSize(width, window.window.minimumHeight()));
+}
+
+TEST(WindowLayout, CutsNoVeryLongTranslationOfSeveralLines)
 {
     std::string texts;
     for (const char* const key :
-         {"EXPLANATION_TEXT", "NO_VPN_RADIOBUTTON", "STATIC_VPN_START_LABEL",
+         {"EXPLANATION_TEXT", "GROUPBOX_VPN_LABEL", "NO_VPN_RADIOBUTTON", "STATIC_VPN_START_LABEL",
           "STATIC_VPN_START_COMMAND_LINE", "BROWSE_BUTTON", "MONITORING_IP_ADDRESS", "SAVE_BUTTON"})
         texts +=
-            std::string(key) + "=Donaudampfschifffahrtsgesellschaft und noch viel mehr davon\n";
+            std::string(key) + "=Donaudampfschifffahrtsgesellschaft\\nund noch viel mehr davon\n";
     ConfigurationWindow window("", texts);
+
+    expectNothingCut(window.window);
+    EXPECT_EQ(window.window.size(), window.window.minimumSize());
+    resize(window.window, QSize(1, 1));
+    expectNothingCut(window.window);
+}
+
+TEST(WindowLayout, FontThatChangesMeanwhileReachesEveryControlAndTitlesKeepTheirSize)
+{
+    const ConfigurationWindow window("", shippedTexts("EN"));
+
+    const ApplicationFont another(QFont("Another", 17));
+
+    for (const QWidget* const control : window.window.findChildren<QWidget*>()) {
+        const std::string name = control->objectName().toStdString();
+        EXPECT_EQ(control->font().pointSize(), name.ends_with("Title") ? 12 : 17) << name;
+        EXPECT_EQ(control->font().family(), "Another") << name;
+    }
+}
+
+TEST(WindowLayout, CutsNoTextInAFontThatGrowsMeanwhile)
+{
+    ConfigurationWindow window("", shippedTexts("EN"));
+    const QSize before = window.window.minimumSize();
+
+    const ApplicationFont larger(largerFont());
 
     expectNothingCut(window.window);
     resize(window.window, QSize(1, 1));
     expectNothingCut(window.window);
+    EXPECT_GT(window.window.width(), before.width());
+    EXPECT_GT(window.window.height(), before.height());
+}
+
+TEST(WindowLayout, GetsSmallerAgainWithItsFont)
+{
+    ConfigurationWindow window("", shippedTexts("EN"));
+    const QSize before = window.window.minimumSize();
+
+    {
+        const ApplicationFont larger(largerFont());
+    }
+
+    EXPECT_EQ(window.window.minimumSize(), before);
+}
+
+TEST(WindowLayout, WhatBelongsToAChoiceStandsBelowTheTextOfTheChoice)
+{
+    const ConfigurationWindow window("", shippedTexts("EN"));
+    const auto& choice = window.outlet<QRadioButton>("radioButtonsWithVPN");
+    QStyleOptionButton option;
+    option.initFrom(&choice);
+    const int text =
+        choice.style()->subElementRect(QStyle::SE_RadioButtonContents, &option, &choice).left();
+
+    for (const char* const name : {"vpnCommandsLayout", "addressLayout"})
+        EXPECT_EQ(
+            window.window.findChild<QLayout*>(name)->contentsMargins(), QMargins(text, 0, 0, 0));
 }
 
 TEST(WindowLayout, FieldsGrowWithTheWindow)

@@ -3,7 +3,9 @@
 #include <QButtonGroup>
 #include <QFontDatabase>
 #include <QGroupBox>
+#include <QKeySequence>
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -14,6 +16,8 @@ namespace {
 struct Outlet {
     const char* name;
     const char* key;
+
+    friend void PrintTo(const Outlet& outlet, std::ostream* out) { *out << outlet.name; }
 };
 
 const std::vector<Outlet> outlets = {
@@ -58,12 +62,18 @@ QString withoutMnemonic(const QString& text)
     return shown;
 }
 
+/// A box shows its title in a label of its own.
+const QLabel& title(const QWidget& box)
+{
+    return *box.findChild<QLabel*>(box.objectName() + QStringLiteral("Title"));
+}
+
 std::string shownText(const QWidget& control)
 {
     if (const auto* const button = qobject_cast<const QAbstractButton*>(&control))
         return withoutMnemonic(button->text()).toStdString();
-    if (const auto* const box = qobject_cast<const QGroupBox*>(&control))
-        return withoutMnemonic(box->title()).toStdString();
+    if (qobject_cast<const QGroupBox*>(&control) != nullptr)
+        return shownText(title(control));
     const auto& label = dynamic_cast<const QLabel&>(control);
     return (label.buddy() != nullptr ? withoutMnemonic(label.text()) : label.text()).toStdString();
 }
@@ -86,6 +96,17 @@ TEST_P(WindowOutlet, ShowsALineBreakOfItsText)
     const ConfigurationWindow window("", localization("1\\n", ""));
 
     EXPECT_EQ(shownText(window.outlet(GetParam().name)), "1\n" + std::string(GetParam().key));
+}
+
+TEST_P(WindowOutlet, ShowsItsSecondLine)
+{
+    const auto shown = [](const std::string& text) {
+        const ConfigurationWindow window("", GetParam().key + ("=" + text) + "\n");
+        return window.outlet(GetParam().name).grab().toImage();
+    };
+
+    EXPECT_EQ(shown("1\\n8"), shown("1\\n8"));
+    EXPECT_NE(shown("1\\n8"), shown("1\\n3"));
 }
 
 TEST_P(WindowOutlet, ShowsItsKeyWhereTheTextIsMissing)
@@ -159,8 +180,9 @@ TEST(WindowTexts, BoxTitlesAreInTheSystemFontOfSizeTwelve)
     const QFont systemFont = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
 
     for (const char* const name : {"vpnBox", "vpnStartBox", "vpnStopBox", "monitoringBox"}) {
-        EXPECT_EQ(window.outlet(name).font().pointSize(), 12) << name;
-        EXPECT_EQ(window.outlet(name).font().family(), systemFont.family()) << name;
+        const QFont font = title(window.outlet(name)).font();
+        EXPECT_EQ(font.pointSize(), 12) << name;
+        EXPECT_EQ(font.family(), systemFont.family()) << name;
     }
 }
 
@@ -195,6 +217,28 @@ TEST(WindowTexts, AccessibleNamesTellStartAndStopApart)
     EXPECT_EQ(name("m_stopArgsField"), "Stop: Arguments:");
     EXPECT_EQ(name("browseStopButton"), "Stop: Browse");
     EXPECT_EQ(name("m_IPAddressTextField"), "IP & port:");
+}
+
+TEST(WindowTexts, SaveAndCancelTakeTheirLettersBeforeTheOthersInReadingOrder)
+{
+    const ConfigurationWindow window(
+        "", "SAVE_BUTTON=abcdefghijklm\nCANCEL_BUTTON=abcdefghijklm\n"
+            "NO_VPN_RADIOBUTTON=abcdefghijklm\nWITH_VPN_RADIOBUTTON=abcdefghijklm\n"
+            "STATIC_VPN_START_COMMAND_LINE=abcdefghijklm\nBROWSE_BUTTON=abcdefghijklm\n"
+            "STATIC_VPN_START_ARGS=abcdefghijklm\nSTATIC_VPN_STOP_COMMAND_LINE=abcdefghijklm\n"
+            "STATIC_VPN_STOP_ARGS=abcdefghijklm\nMONITORING_DISABLE_RADIO_BUTTON=abcdefghijklm\n"
+            "MONITORING_ENABLE_RADIO_BUTTON=abcdefghijklm\nMONITORING_IP_ADDRESS=abcdefghijklm\n");
+
+    char letter = 'A';
+    for (const char* const name :
+         {"saveButton", "cancelButton", "radioButtonsWithoutVPN", "radioButtonsWithVPN",
+          "m_startCommandLineLabel", "browseStartButton", "m_startArgsLabel",
+          "m_stopCommandLineLabel", "browseStopButton", "m_stopArgsLabel",
+          "radioButtonDisableMonitoring", "radioButtonEnableMonitoring", "m_IPAddressLabel"})
+        EXPECT_EQ(
+            QKeySequence::mnemonic(window.outlet(name).property("text").toString()).toString(),
+            QStringLiteral("Alt+") + QChar::fromLatin1(letter++))
+            << name;
 }
 
 TEST(WindowTexts, LabelsAreTiedToTheirFields)

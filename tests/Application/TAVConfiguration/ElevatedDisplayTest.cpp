@@ -123,9 +123,10 @@ TEST_F(ElevatedDisplayTest, SurvivesThatNobodyReadsWhatIsToldOfARefusal)
     const ScopedEnvironment noCookies("XAUTHORITY", folder.write("empty", ""));
 
     EXPECT_TRUE(inChildProcess([&server] {
-        std::optional<Pipe> errors = Pipe::open();
-        dup2(errors->writeEnd.get(), STDERR_FILENO);
-        close(errors->readEnd.release());
+        Pipe errors;
+        errors.open();
+        dup2(errors.writeEnd.get(), STDERR_FILENO);
+        close(errors.readEnd.release());
         return ElevatedDisplay::obstacle() ==
                "the window needs a display, and " + server.name() + " cannot be opened";
     }));

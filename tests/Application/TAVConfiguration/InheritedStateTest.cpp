@@ -31,6 +31,25 @@ TEST(InheritedState, BlocksNoSignalAnyMore)
     }));
 }
 
+TEST(InheritedState, BlocksTheSignalOfChildrenAloneWhereOneWasInherited)
+{
+    EXPECT_TRUE(inChildProcess([] {
+        sigset_t mask{};
+        sigfillset(&mask);
+        pthread_sigmask(SIG_BLOCK, &mask, nullptr);
+        const pid_t child = fork();
+        if (child == 0)
+            _exit(0);
+
+        InheritedState::takeBack();
+
+        pthread_sigmask(SIG_BLOCK, nullptr, &mask);
+        const bool isBlocked = sigismember(&mask, SIGCHLD) == 1;
+        sigdelset(&mask, SIGCHLD);
+        return isBlocked && sigisemptyset(&mask) == 1;
+    }));
+}
+
 TEST(InheritedState, LeavesNoStandardStreamsNumberToAFile)
 {
     for (const int closed : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {

@@ -74,17 +74,18 @@ InstalledProbe::Outcome InstalledProbe::run(
     for (const auto& [variable, value] : m_environment)
         variables.push_back(std::string(variable).append("=").append(value));
     const TemporaryFolder errors;
-    std::optional<Pipe> output = Pipe::open();
+    Pipe output;
+    output.open();
 
     const pid_t process = fork();
     if (process == 0) {
-        dup2(output->writeEnd.get(), STDOUT_FILENO);
+        dup2(output.writeEnd.get(), STDOUT_FILENO);
         if (std::freopen(errors.file("errors").c_str(), "w", stderr) != nullptr)
             execve(program.c_str(), pointersTo(words).data(), pointersTo(variables).data());
         _exit(127);
     }
-    close(output->writeEnd.release());
-    std::string text = readAll(output->readEnd.get());
+    close(output.writeEnd.release());
+    std::string text = readAll(output.readEnd.get());
     int status = 0;
     waitpid(process, &status, 0);
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, text, errors.read("errors")};

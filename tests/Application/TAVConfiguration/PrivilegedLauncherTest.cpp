@@ -352,6 +352,19 @@ TEST_F(PrivilegedLauncherTest, ExplainsThatItCannotMakeAPipe)
     }
 }
 
+TEST_F(PrivilegedLauncherTest, ExplainsWhyTheFirstPipeFailedWhereTheSecondFailsToo)
+{
+    SystemCallFaults faults;
+    faults.fail("pipe2", EMFILE, 1);
+    faults.fail("pipe2", ENFILE, 2);
+
+    EXPECT_EQ(launch("/bin/echo"), AuthorizationStatus::toolExecuteFailure);
+
+    EXPECT_EQ(
+        errors, "TavConfiguration: cannot start with administrator rights: cannot make a pipe: "
+                "Too many open files\n");
+}
+
 TEST_F(PrivilegedLauncherTest, ExplainsThatItCannotReadThePipe)
 {
     SystemCallFaults faults;

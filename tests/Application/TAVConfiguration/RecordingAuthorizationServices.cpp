@@ -1,5 +1,6 @@
 #include "RecordingAuthorizationServices.h"
 
+#include "CallMarker.h"
 #include "Pipe.h"
 
 #include <fcntl.h>
@@ -27,6 +28,16 @@ std::string textOf(const char* const* arguments)
 RecordingAuthorizationServices::RecordingAuthorizationServices(Recorder recorder)
     : m_record(std::move(recorder))
 {
+    CallMarker marker(
+        "RecordingAuthorizationServices", "RecordingAuthorizationServices::constructor", true,
+        this);
+}
+
+RecordingAuthorizationServices::~RecordingAuthorizationServices()
+{
+    CallMarker marker(
+        "RecordingAuthorizationServices", "RecordingAuthorizationServices::destructor", false,
+        this);
 }
 
 AuthorizationStatus RecordingAuthorizationServices::AuthorizationCreate(
@@ -61,7 +72,9 @@ AuthorizationStatus RecordingAuthorizationServices::AuthorizationExecuteWithPriv
         "AuthorizationExecuteWithPrivileges " + nameOf(&authorization) + " '" + toolPath +
         "' flags " + std::to_string(flags) + " arguments " + textOf(arguments));
     if (executeStatus == AuthorizationStatus::success) {
-        m_pipe = Pipe::open()->readEnd.release();
+        Pipe pipe;
+        pipe.open();
+        m_pipe = pipe.readEnd.release();
         *communicationsPipe = fdopen(m_pipe, "r");
     }
     return executeStatus;

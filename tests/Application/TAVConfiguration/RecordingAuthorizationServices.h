@@ -4,12 +4,17 @@
 
 #include <functional>
 
-/// Answers each operation as told and records what it was called with, a line each.
+/// Answers each operation as told and records what it was called with, a line each. Its
+/// constructor and destructor are marked, as those of every such class are.
 class RecordingAuthorizationServices : public AuthorizationServices {
 public:
     using Recorder = std::function<void(const std::string& line)>;
 
     explicit RecordingAuthorizationServices(Recorder recorder);
+    ~RecordingAuthorizationServices() override;
+
+    RecordingAuthorizationServices(const RecordingAuthorizationServices&) = delete;
+    RecordingAuthorizationServices& operator=(const RecordingAuthorizationServices&) = delete;
 
     AuthorizationStatus createStatus = AuthorizationStatus::success;
     AuthorizationStatus copyRightsStatus = AuthorizationStatus::success;

@@ -7,6 +7,7 @@
 #include "GrantingAuthorizationServices.h"
 #include "InheritedState.h"
 #include "InstalledProbe.h"
+#include "KeptSignalAction.h"
 #include "MarkedCalls.h"
 #include "Pipe.h"
 #include "PolkitAuthorizationServices.h"
@@ -17,9 +18,12 @@
 #include "ScopedEnvironment.h"
 #include "XDisplay.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstddef>
 #include <filesystem>
+#include <limits>
 #include <memory>
 #include <regex>
 #include <sstream>
@@ -30,8 +34,8 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsSupersetOf;
 using testing::internal::CaptureStderr;
 using testing::internal::GetCapturedStderr;
 
@@ -41,16 +45,30 @@ namespace {
 const std::string TOO_LONG(1 << 20, 'x');
 const std::array<const char*, 2> UNSTARTABLE{TOO_LONG.c_str(), nullptr};
 
-/// The calls in what the probe prints, indented as they are nested.
+/// Whether the call is one of the floors below the start-up: what it calls is no affair of these
+/// tests.
+bool isOfAnotherFloor(const std::string& call)
+{
+    return std::ranges::any_of(
+        std::array{"IDCardReader", "AppData", "Localizer"},
+        [&call](const char* name) { return call.find(name) != std::string::npos; });
+}
+
+/// The calls of the start-up in what the probe prints, all of them, indented as they are nested.
 std::vector<std::string> callsOfProbe(const InstalledProbe::Outcome& outcome)
 {
-    const std::regex call(R"(\[th_[0-9]+ *\](\[[^\]]*\])?( *[^ >].*))");
+    const std::regex call(R"(\[th_[0-9]+ *\]\[[^\]]*\]( *)([^ >\[].*))");
     std::vector<std::string> calls;
     std::stringstream lines(outcome.output);
     std::smatch parts;
-    for (std::string line; std::getline(lines, line);)
-        if (std::regex_match(line, parts, call))
-            calls.push_back(parts[2]);
+    std::ptrdiff_t hiddenBelow = std::numeric_limits<std::ptrdiff_t>::max();
+    for (std::string line; std::getline(lines, line);) {
+        if (!std::regex_match(line, parts, call) || parts[1].length() > hiddenBelow)
+            continue;
+        calls.push_back(parts[1].str() + parts[2].str());
+        hiddenBelow = isOfAnotherFloor(parts[2]) ? parts[1].length()
+                                                 : std::numeric_limits<std::ptrdiff_t>::max();
+    }
     return calls;
 }
 
@@ -86,6 +104,7 @@ protected:
     }
 };
 
+using PipeCalls = ObjectCalls<Pipe>;
 using ProgramStartCalls = ObjectCalls<ProgramStart>;
 using DisplayCalls = ObjectCalls<XDisplay>;
 using StandardErrorCalls = ObjectCalls<DetachedStandardError>;
@@ -133,10 +152,18 @@ INSTANTIATE_TEST_SUITE_P(
             "ElevatedEnvironment::mayHold", [] { ElevatedEnvironment::mayHold("TERM", "xterm"); }},
         FreeCall{"ElevatedEnvironment::dispensable", [] { ElevatedEnvironment::dispensable(); }},
         FreeCall{"InheritedState::takeBack", [] { InheritedState::takeBack(); }},
-        FreeCall{"Pipe::open", [] { Pipe::open(); }},
         FreeCall{"PolkitClient::check", [] { PolkitClient::check("an.action", false); }},
         FreeCall{"PolkitClient::revoke", [] { PolkitClient::revoke("tmpauthz1"); }},
         FreeCall{"ProgramPath::resolve", [] { ProgramPath::resolve("/bin/true"); }}));
+
+TEST_P(PipeCalls, AreMarkedWithTheirNameAndObject)
+{
+    expectMarkedWithTheObject();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    StartUp, PipeCalls,
+    testing::Values(MarkedCall<Pipe>{"Pipe::open", [](Pipe& p) { EXPECT_EQ(p.open(), 0); }}));
 
 TEST_P(ProgramStartCalls, AreMarkedWithTheirNameAndObject)
 {
@@ -212,6 +239,7 @@ TEST_F(StartUpCalls, CountEachObjectFromConstructorToDestructor)
     expectCounted("GrantingAuthorizationServices", [] {
         return std::make_unique<GrantingAuthorizationServices>();
     });
+    expectCounted("KeptSignalAction", [] { return std::make_unique<KeptSignalAction>(SIGPIPE); });
     expectCounted("PolkitAuthorizationServices", [] {
         return std::make_unique<PolkitAuthorizationServices>();
     });
@@ -240,25 +268,66 @@ TEST_F(StartUpCalls, OfALaunchAreMarkedWithTheLauncher)
         EXPECT_THAT(tracer.lines(), HasSubstr(entryLine(std::string("  ") + step, &launcher)));
 }
 
-TEST_F(StartUpCalls, OfALaunchThatIsRefusedAreMarkedInsideIt)
+/// The environment holds one variable that the elevator would refuse.
+class StartUpLaunchCalls : public StartUpCalls {
+protected:
+    StartUpLaunchCalls()
+    {
+        for (const char* const name :
+             {"LANG", "LINGUAS", "LANGUAGE", "LC_COLLATE", "LC_CTYPE", "LC_MESSAGES", "LC_MONETARY",
+              "LC_NUMERIC", "LC_ALL", "TERM", "COLORTERM"})
+            m_others.push_back(std::make_unique<ScopedEnvironment>(name, std::nullopt));
+    }
+
+    /// The calls of a launch of the program.
+    static std::vector<std::string> launch(const std::string& elevator, const std::string& program)
+    {
+        const PrivilegedLauncher launcher(elevator);
+        const PublishedTracer tracer;
+        const std::array<const char*, 1> none{nullptr};
+        std::FILE* output = nullptr;
+
+        launcher.launch(program, none.data(), &output);
+
+        if (output != nullptr)
+            std::fclose(output);
+        waitpid(-1, nullptr, 0);
+        return callsIn(tracer.lines());
+    }
+
+private:
+    std::vector<std::unique_ptr<ScopedEnvironment>> m_others;
+    const ScopedEnvironment m_refused{"LC_TIME", "/a/locale"};
+    const ScopedEnvironment m_answer{"FAKE_ELEVATOR", "refuse"};
+    const ScopedEnvironment m_record{"FAKE_ELEVATOR_RECORD", "/dev/null"};
+};
+
+TEST_F(StartUpLaunchCalls, AreMarkedInTheirOrder)
 {
-    const ScopedEnvironment answer("FAKE_ELEVATOR", "refuse");
-    const ScopedEnvironment record("FAKE_ELEVATOR_RECORD", "/dev/null");
-    const PrivilegedLauncher launcher(TAV_FAKE_ELEVATOR);
-    const PublishedTracer tracer;
-    const std::array<const char*, 1> none{nullptr};
-    std::FILE* output = nullptr;
-
-    launcher.launch("/bin/true", none.data(), &output);
-
     EXPECT_THAT(
-        callsIn(tracer.lines()),
-        IsSupersetOf(
-            {"PrivilegedLauncher::launch", "  Pipe::open", "  PrivilegedLauncher::commandFor",
-             "  PrivilegedLauncher::start", "    ProgramStart::keepOpen",
-             "    ElevatedEnvironment::dispensable", "    ProgramStart::start",
-             "  PrivilegedLauncher::hasBegun", "    hasBecomeProgram", "  statusOfEnd",
-             "    cannotStart", "      AuthorizationFailure::tell"}));
+        launch("", "/bin/true"),
+        ElementsAre(
+            "PrivilegedLauncher::launch", "  Pipe::open", "  Pipe::open",
+            "  PrivilegedLauncher::commandFor", "  PrivilegedLauncher::start",
+            "    ProgramStart::constructor", "    ProgramStart::useAsOutput",
+            "    ProgramStart::start", "    ProgramStart::destructor",
+            "  PrivilegedLauncher::hasBegun"));
+}
+
+TEST_F(StartUpLaunchCalls, OfOneThatIsRefusedAreMarkedInTheirOrder)
+{
+    EXPECT_THAT(
+        launch(TAV_FAKE_ELEVATOR, "/bin/true"),
+        ElementsAre(
+            "PrivilegedLauncher::launch", "  Pipe::open", "  Pipe::open",
+            "  PrivilegedLauncher::commandFor", "  PrivilegedLauncher::start",
+            "    ProgramStart::constructor", "    ProgramStart::useAsOutput",
+            "    ProgramStart::keepOpen", "    ProgramStart::leaveOutOfEnvironment",
+            "    ElevatedEnvironment::dispensable", "      ElevatedEnvironment::mayHold",
+            "    ProgramStart::leaveOutOfEnvironment", "    ProgramStart::start",
+            "    ProgramStart::destructor", "  PrivilegedLauncher::hasBegun",
+            "    hasBecomeProgram", "  statusOfEnd", "    cannotStart",
+            "      AuthorizationFailure::tell"));
 }
 
 TEST_F(StartUpCalls, OfHelpersAreMarkedInsideTheirCaller)
@@ -268,19 +337,82 @@ TEST_F(StartUpCalls, OfHelpersAreMarkedInsideTheirCaller)
     ElevatedDisplay::obstacle();
     InheritedState::takeBack();
     ProgramPath::resolve("/bin/true");
+    const ScopedEnvironment path("PATH", "/missing:/bin:/usr/bin");
     ProgramPath::resolve("true");
-    const DetachedStandardError standardError;
+    PolkitClient::check("an.action", false);
+    PolkitClient::revoke("tmpauthz1");
 
     EXPECT_THAT(
         callsIn(tracer.lines()),
-        IsSupersetOf(
-            {"ElevatedDisplay::obstacle", "  variable", "InheritedState::takeBack",
-             "  unblockSignals", "  openStandardStreams", "ProgramPath::resolve",
-             "  resolvedProgram", "  findInPath", "    resolvedProgram",
-             "channelOfStandardError"}));
+        ElementsAre(
+            "ElevatedDisplay::obstacle", "  variable", "  variable", "InheritedState::takeBack",
+            "  unblockSignals", "  openStandardStreams", "  InheritedChildren::note",
+            "ProgramPath::resolve", "  resolvedProgram", "ProgramPath::resolve", "  findInPath",
+            "    resolvedProgram", "    resolvedProgram", "PolkitClient::check",
+            "  KeptSignalAction::constructor", "  unavailable", "  KeptSignalAction::destructor",
+            "PolkitClient::revoke", "  KeptSignalAction::constructor",
+            "  KeptSignalAction::destructor"));
 }
 
-TEST_F(StartUpCalls, OfTheFirstInstanceAreMarkedFromTheFirstOne)
+TEST_F(StartUpCalls, OfADetachedStandardErrorAreMarkedInTheirOrder)
+{
+    const PublishedTracer tracer;
+
+    DetachedStandardError().putBack();
+
+    EXPECT_THAT(
+        callsIn(tracer.lines()),
+        ElementsAre(
+            "channelOfStandardError", "DetachedStandardError::constructor",
+            "DetachedStandardError::putBack", "DetachedStandardError::destructor"));
+}
+
+/// What both instances do before they part.
+constexpr std::array COMMON_CALLS{
+    "InheritedState::takeBack",
+    "  unblockSignals",
+    "  openStandardStreams",
+    "  InheritedChildren::note",
+    "initTracesAndLogs",
+    "  IDCardReader::constructor",
+    "  bool IDCardReader::readIDCard()",
+    "  IDCardReader::getUpgradeCode",
+    "  AppData::setGlobalScope",
+    "  AppData::constructor",
+    "  makeLogFolder",
+    "    AppData::getPathForFile",
+    "  publish",
+    "  publish",
+    "  logIdentity",
+    "    IDCardReader::getCommercialVersion",
+    "    IDCardReader::getProductName",
+    "    IDCardReader::getBUName",
+    "    IDCardReader::getBuildTarget",
+    "    IDCardReader::getReferenceVersion",
+    "    IDCardReader::getProductVersion",
+    "    IDCardReader::getUpgradeCode",
+    "  AppData::destructor",
+    "  IDCardReader::destructor",
+    "TavConfiguration::Main",
+    "  crashHandler",
+    "    KFExceptionHandler::constructor",
+    "    InheritedChildren::leaveUnheard",
+    "  loadTexts",
+    "    Localizer::getInstance",
+    "    void Localizer::initialize(std::string)",
+    "  logArguments",
+    "  RecordingAuthorizationServices::constructor",
+    "  isElevatedInstance",
+};
+
+auto isCommonCallsAnd(const std::vector<std::string>& more)
+{
+    std::vector<std::string> calls(COMMON_CALLS.begin(), COMMON_CALLS.end());
+    calls.insert(calls.end(), more.begin(), more.end());
+    return testing::ElementsAreArray(calls);
+}
+
+TEST_F(StartUpCalls, OfTheFirstInstanceAreMarkedFromTheFirstToTheLast)
 {
     InstalledProbe probe;
     probe.setVariable("PROBE_CALLS", "1");
@@ -288,15 +420,13 @@ TEST_F(StartUpCalls, OfTheFirstInstanceAreMarkedFromTheFirstOne)
     const auto outcome = probe.run();
 
     EXPECT_THAT(
-        callsOfProbe(outcome),
-        IsSupersetOf(
-            {"InheritedState::takeBack", "initTracesAndLogs", "  makeLogFolder", "  publish",
-             "  publish", "  logIdentity", "TavConfiguration::Main", "  loadTexts",
-             "  logArguments", "  isElevatedInstance", "  askAndRelaunch",
-             "    administratorRights", "    relaunch"}));
+        callsOfProbe(outcome), isCommonCallsAnd(
+                                   {"  askAndRelaunch", "    administratorRights", "    relaunch",
+                                    "      Pipe::open", // the double's
+                                    "  RecordingAuthorizationServices::destructor"}));
 }
 
-TEST_F(StartUpCalls, OfTheElevatedInstanceAreMarkedInsideItsRun)
+TEST_F(StartUpCalls, OfTheElevatedInstanceAreMarkedFromTheFirstToTheLast)
 {
     InstalledProbe probe;
     probe.setVariable("PROBE_CALLS", "1");
@@ -304,12 +434,27 @@ TEST_F(StartUpCalls, OfTheElevatedInstanceAreMarkedInsideItsRun)
     const auto outcome = probe.run({"--adminRights"});
 
     EXPECT_THAT(
-        callsOfProbe(outcome), IsSupersetOf(
-                                   {"TavConfiguration::Main", "  isElevatedInstance",
-                                    "  runElevated", "    administratorRights"}));
+        callsOfProbe(outcome), isCommonCallsAnd(
+                                   {"  runElevated", "    administratorRights",
+                                    "    Localizer::getInstance", // the window's
+                                    "    NSString* Localizer::getLocalizedString(NSString*)",
+                                    "  RecordingAuthorizationServices::destructor"}));
 }
 
-TEST_F(StartUpCalls, OfAStartThatFailsAreMarkedInsideIt)
+TEST_F(StartUpCalls, OfAFallbackToTheEnglishTextsAreMarkedInTheirOrder)
+{
+    InstalledProbe probe;
+    probe.setVariable("PROBE_CALLS", "1");
+    probe.setVariable("LANGUAGE", "pt");
+
+    const auto outcome = probe.run();
+
+    EXPECT_THAT(
+        callsOfProbe(outcome),
+        testing::Contains("    void Localizer::initialize(std::string)").Times(2));
+}
+
+TEST_F(StartUpCalls, OfAStartThatFailsAreMarkedFromTheFirstToTheLast)
 {
     InstalledProbe probe;
     probe.setVariable("PROBE_CALLS", "1");
@@ -317,5 +462,12 @@ TEST_F(StartUpCalls, OfAStartThatFailsAreMarkedInsideIt)
 
     const auto outcome = probe.run();
 
-    EXPECT_THAT(callsOfProbe(outcome), IsSupersetOf({"initTracesAndLogs", "  failToStart"}));
+    EXPECT_THAT(
+        callsOfProbe(outcome),
+        ElementsAre(
+            "InheritedState::takeBack", "  unblockSignals", "  openStandardStreams",
+            "  InheritedChildren::note", "initTracesAndLogs", "  IDCardReader::constructor",
+            "  bool IDCardReader::readIDCard()", "  failToStart", "    crashHandler",
+            "      KFExceptionHandler::constructor", "      InheritedChildren::leaveUnheard",
+            "    SIGNAL_FILTER"));
 }

@@ -11,16 +11,21 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <fstream>
+
+#include <sys/wait.h>
 
 /// Runs the start-up as the tool's executable does, on authorization operations and a window that
 /// are records on the standard output, between the console's log and trace lines.
 ///
 /// Environment: PROBE_CREATE, PROBE_COPY_RIGHTS and PROBE_EXECUTE are the operations' statuses,
-/// PROBE_WINDOW is the window's result, "signal", "violation", "exit" or "trace", which traces
-/// every thread from then on; PROBE_SHOWN_FILE is shown as it is at the relaunch; PROBE_FUNCTION
-/// "initTracesAndLogs" calls that function alone, "published" does after a tracer and a logger were
-/// published. With PROBE_CALLS every call is traced from the first one on, whatever the tracer's
-/// file says.
+/// PROBE_WINDOW is the window's result, "signal", "violation", "exit", "trace", which traces every
+/// thread from then on, or "children", which ends the process's children, then one of its own;
+/// PROBE_SHOWN_FILE is shown as it is at the relaunch. With PROBE_REPORT a crash report and the
+/// code of its violation are shown. With PROBE_CALLS every call is traced from the first one on,
+/// whatever the tracer's file says; with PROBE_LOST_RACES another process makes each folder right
+/// before this one can. With PROBE_PUBLISHED initTracesAndLogs() is called alone, beside what was
+/// published before: "tracer", "log", "both" or "nothing".
 namespace {
 
 std::string setting(const char* name, const char* otherwise)
@@ -42,6 +47,27 @@ void traceWindow()
     CallMarker marker("tracedWindow");
 }
 
+/// Returns once the process has been told.
+void end(pid_t child)
+{
+    kill(child, SIGKILL);
+    siginfo_t ended{};
+    waitid(P_PID, static_cast<id_t>(child), &ended, WEXITED | WNOWAIT);
+}
+
+void endChildren()
+{
+    std::ifstream children("/proc/thread-self/children");
+    for (pid_t child = 0; children >> child;)
+        end(child);
+    Console::writeLine("inherited children have ended");
+    const pid_t own = fork();
+    if (own == 0)
+        pause();
+    end(own);
+    Console::writeLine("an own child has ended");
+}
+
 int recordWindow(int& argc, char** argv)
 {
     Console::writeLine(
@@ -54,10 +80,11 @@ int recordWindow(int& argc, char** argv)
         Localizer::getInstance()->getLocalizedString(nullptr);
     if (result == "exit")
         std::exit(3);
-    if (result != "trace")
-        return std::stoi(result);
-    traceWindow();
-    return 0;
+    if (result == "children")
+        endChildren();
+    if (result == "trace")
+        traceWindow();
+    return std::atoi(result.c_str());
 }
 
 void recordOperation(const std::string& line)
@@ -69,17 +96,59 @@ void recordOperation(const std::string& line)
     Console::writeLine(contentOf(shownFile));
 }
 
-class ReportPrinter : public KFExceptionListener {
-public:
-    void onReport(const std::string& message) override { Console::writeLine(message); }
+std::unique_ptr<AuthorizationServices> makeServices()
+{
+    auto services = std::make_unique<RecordingAuthorizationServices>(&recordOperation);
+    services->createStatus = status("PROBE_CREATE");
+    services->copyRightsStatus = status("PROBE_COPY_RIGHTS");
+    services->executeStatus = status("PROBE_EXECUTE");
+    return services;
+}
+
+/// Never made: reaches the code of a violation, which no report shows.
+struct KeptViolation : KFExceptionHandler {
+    static const std::string& code() { return m_ExceptParams["Code"]; }
 };
 
-void publishBoth()
+class ReportPrinter : public KFExceptionListener {
+public:
+    void onReport(const std::string& message) override
+    {
+        Console::writeLine(message);
+        if (!KeptViolation::code().empty())
+            Console::writeLine("code " + KeptViolation::code());
+    }
+};
+
+/// Publishes the facility as it is made, unless it is another's turn.
+template<typename Facility>
+Facility* publish(const std::string& name, const std::string& wanted)
 {
-    static Tracer tracer;
-    Tracer::SetInstance(&tracer);
-    static Logger logger;
-    Logger::SetInstance(&logger);
+    static Facility s_facility;
+    if (wanted != name && wanted != "both")
+        return nullptr;
+    Facility::SetInstance(&s_facility);
+    return &s_facility;
+}
+
+/// Tells what became of the facility that was published, if any.
+template<typename Facility>
+void tellOf(const std::string& name, const Facility* former)
+{
+    Facility* const facility = Facility::GetInstance();
+    if (facility == former)
+        Console::writeLine(name + " as it was, " + (facility->isActive() ? "active" : "inactive"));
+    else
+        Console::writeLine(name + (facility->isActive() ? " set up" : " new and inactive"));
+}
+
+void initTracesAndLogsBeside(const std::string& published)
+{
+    const Tracer* const tracer = publish<Tracer>("tracer", published);
+    const Logger* const logger = publish<Logger>("log", published);
+    initTracesAndLogs(setting("PROBE_SUFFIX", ""));
+    tellOf<Tracer>("tracer", tracer);
+    tellOf<Logger>("log", logger);
 }
 
 void traceEveryCall()
@@ -103,16 +172,9 @@ int main(int argc, char** argv)
 
     if (std::getenv("PROBE_CALLS") != nullptr)
         traceEveryCall();
-    const std::string function = setting("PROBE_FUNCTION", "main");
-    if (function == "published")
-        publishBoth();
-    if (function != "main") {
-        initTracesAndLogs(setting("PROBE_SUFFIX", ""));
+    if (std::getenv("PROBE_PUBLISHED") != nullptr) {
+        initTracesAndLogsBeside(setting("PROBE_PUBLISHED", ""));
         return 0;
     }
-    RecordingAuthorizationServices services(&recordOperation);
-    services.createStatus = status("PROBE_CREATE");
-    services.copyRightsStatus = status("PROBE_COPY_RIGHTS");
-    services.executeStatus = status("PROBE_EXECUTE");
-    return tavConfigurationMain(argc, argv, services, &recordWindow);
+    return tavConfigurationMain(argc, argv, &makeServices, &recordWindow);
 }

@@ -73,7 +73,7 @@ constexpr const char* FREED = "AuthorizationFree the reference flags 0\n";
 
 constexpr const char* UNABLE_TO_LOG =
     "INTERNAL ERROR : \"cannot start TavConfiguration : unable to log\" - In File : "
-    "Application/TAVConfiguration/Mac/src/main - At Line : 69\n";
+    "Application/TAVConfiguration/Mac/src/main - At Line : 69\ncode 0\n";
 
 std::string executed(const std::string& program)
 {
@@ -208,6 +208,27 @@ TEST_F(StartUpTest, TracesTheRelaunch)
         << "the call ends last";
 }
 
+TEST_F(StartUpTest, MakesAndEndsTheAuthorizationServicesInsideItsOwnCall)
+{
+    traceStartUp("TRACE_CALL_EXIT\nTRACE_OBJECT_COUNT\n"
+                 "TRACE_THE_CALL RecordingAuthorizationServices::*\n");
+
+    const auto outcome = probe.run({}, "tool");
+
+    const std::regex address("0x[0-9a-f]+ *");
+    EXPECT_EQ(
+        std::regex_replace(withoutThreads(outcome.output), address, "<object>"),
+        identity() + "[     ][          ]TavConfiguration::Main\n\n" +
+            "[1    ][<object>]  RecordingAuthorizationServices::constructor\n\n" +
+            "[     ][<object>]    <- RecordingAuthorizationServices::constructor\n\n" +
+            firstLaunch() + CREATED + ASKED +
+            "[     ][          ]  >> [D] Execute process tool --adminRights\n\n" +
+            executed("tool") + FREED + "the pipe is closed\n" +
+            "[0    ][<object>]  RecordingAuthorizationServices::destructor\n\n" +
+            "[     ][<object>]    <- RecordingAuthorizationServices::destructor\n\n" +
+            "[     ][          ]  <- TavConfiguration::Main\n\n");
+}
+
 TEST_F(StartUpTest, EndsWhenThereIsNoAuthorization)
 {
     traceStartUp();
@@ -237,13 +258,18 @@ TEST_F(StartUpTest, RelaunchesNothingWhenTheRightIsRefused)
     EXPECT_EQ(outcome.status, 0);
 }
 
-TEST_F(StartUpTest, FreesTheAuthorizationWhenTheRelaunchFails)
+TEST_F(StartUpTest, FreesTheAuthorizationAndTracesNothingMoreWhenTheRelaunchFails)
 {
+    traceStartUp();
     probe.setVariable("PROBE_EXECUTE", "-60031");
 
     const auto outcome = probe.run({}, "tool");
 
-    EXPECT_THAT(outcome.output, EndsWith(executed("tool") + FREED));
+    EXPECT_EQ(
+        withoutThreads(outcome.output),
+        identity() + "TavConfiguration::Main\n\n" + firstLaunch() + CREATED + ASKED +
+            ">> [D] Execute process tool --adminRights\n\n" + executed("tool") + FREED);
+    EXPECT_EQ(outcome.errors, "");
     EXPECT_EQ(outcome.status, 0);
 }
 
@@ -369,7 +395,7 @@ TEST_P(StartUpCardTest, RefusesToStartWithoutAValidIdentityCard)
     EXPECT_EQ(
         outcome.output,
         "INTERNAL ERROR : \"cannot start TavConfiguration : no ID card\" - In File : "
-        "Application/TAVConfiguration/Mac/src/main - At Line : 58\n");
+        "Application/TAVConfiguration/Mac/src/main - At Line : 58\ncode 0\n");
     EXPECT_EQ(outcome.errors, "\"cannot start TavConfiguration : no ID card\"\n");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_TRUE(fs::is_empty(probe.home().path()));
@@ -421,6 +447,17 @@ TEST_F(StartUpTest, MakesAPrivateLogFolderOfTheCardsScope)
     for (const char* folder : {"Pelora", "Pelora/{CODE}", "Pelora/{CODE}/Logs"})
         EXPECT_EQ(fs::status(probe.home().file(folder)).permissions(), fs::perms::owner_all)
             << folder;
+}
+
+TEST_F(StartUpTest, IsContentWithLogFoldersThatAnotherLaunchMakesAtTheSameMoment)
+{
+    probe.setVariable("PROBE_LOST_RACES", "1");
+
+    const auto outcome = probe.run();
+
+    EXPECT_THAT(outcome.output, StartsWith(identity() + firstLaunch()));
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_TRUE(fs::is_directory(probe.logFolder()));
 }
 
 TEST_F(StartUpTest, LeavesAnExistingLogFolderAsItIs)
@@ -580,7 +617,7 @@ TEST_F(StartUpTest, GoesOnWhereTheUserMayNotWriteIntoTheLogFolder)
 
 TEST_F(StartUpTest, InsertsTheSuffixIntoTheNamesOfTheDiagnosticsFiles)
 {
-    probe.setVariable("PROBE_FUNCTION", "initTracesAndLogs");
+    probe.setVariable("PROBE_PUBLISHED", "nothing");
     probe.setVariable("PROBE_SUFFIX", "_x");
 
     const auto outcome = probe.run();
@@ -592,15 +629,38 @@ TEST_F(StartUpTest, InsertsTheSuffixIntoTheNamesOfTheDiagnosticsFiles)
                             folder + "/logger_x.cfg\"\n");
 }
 
-TEST_F(StartUpTest, LeavesPublishedDiagnosticsAsTheyAre)
+struct Published {
+    const char* before;
+    const char* told;
+};
+
+class StartUpPublishedTest : public StartUpTest, public testing::WithParamInterface<Published> {};
+
+TEST_P(StartUpPublishedTest, LeavesPublishedDiagnosticsAsTheyAre)
 {
     traceStartUp();
-    probe.setVariable("PROBE_FUNCTION", "published");
+    probe.setVariable("PROBE_PUBLISHED", GetParam().before);
 
     const auto outcome = probe.run();
 
-    EXPECT_EQ(outcome.output, "") << "neither file was read";
+    EXPECT_EQ(outcome.output, GetParam().told);
     EXPECT_EQ(outcome.status, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Facilities, StartUpPublishedTest,
+    testing::Values(
+        Published{"both", "tracer as it was, inactive\nlog as it was, inactive\n"},
+        Published{"log", "tracer set up\nlog as it was, inactive\n"}));
+
+TEST_F(StartUpTest, SetsUpTheLogBesideATracerThatIsPublished)
+{
+    traceStartUp();
+    probe.setVariable("PROBE_PUBLISHED", "tracer");
+
+    const auto outcome = probe.run();
+
+    EXPECT_EQ(outcome.output, identity() + "tracer as it was, inactive\nlog set up\n");
 }
 
 TEST_F(StartUpTest, LoadsTheTextsOfTheUsersLanguage)
@@ -711,6 +771,19 @@ TEST_F(StartUpTest, ReportsASignalWhileTheWindowIsOpen)
                                             ".*\\[1\\] TavConfiguration::Main\n"));
 }
 
+TEST_F(StartUpTest, HearsOfItsOwnChildrenAloneWhereItsCallerLeftOneToIt)
+{
+    const std::string start = "cd '" + probe.folder().path() + "' && { sleep 1000 & } && " +
+                              "XDG_DATA_HOME='" + probe.home().path() +
+                              "' PROBE_WINDOW=children PROBE_REPORT=1 "
+                              "exec ./TavConfiguration --adminRights > output";
+
+    EXPECT_EQ(std::system(start.c_str()), 0);
+
+    EXPECT_THAT(
+        probe.folder().read("output"), EndsWith("inherited children have ended\nSIGNAL_SIGCHLD\n"));
+}
+
 TEST_F(StartUpTest, WritesPendingLinesWhereTheToolkitEndsTheProcess)
 {
     writeToFiles("");
@@ -741,6 +814,33 @@ TEST_F(StartUpTest, EndsWithoutACardAlsoWhereTheCallerBlocksSignals)
     const auto outcome = probe.run();
 
     EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(StartUpTest, NeverGoesOnWithoutACardWhereNoReportEndsTheProcess)
+{
+    probe.setVariable("PROBE_PUBLISHED", "nothing");
+    fs::remove(probe.folder().file("ID.txt"));
+    const BlockedSignals blocked;
+
+    const auto outcome = probe.run();
+
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.errors, "\"cannot start TavConfiguration : no ID card\"\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_TRUE(fs::is_empty(probe.home().path()));
+}
+
+TEST_F(StartUpTest, NeverGoesOnWithoutALogFolderWhereNoReportEndsTheProcess)
+{
+    probe.setVariable("PROBE_PUBLISHED", "nothing");
+    probe.home().write("Pelora", "a file in the folder's place");
+    const BlockedSignals blocked;
+
+    const auto outcome = probe.run();
+
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.errors, "\"cannot start TavConfiguration : unable to log\"\n");
     EXPECT_EQ(outcome.status, 0);
 }
 

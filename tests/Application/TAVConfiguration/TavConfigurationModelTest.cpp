@@ -443,6 +443,18 @@ TEST_F(TavConfigurationModelTest, TextsAreSavedAndLoadedByteForByte)
                              "fillSopCommandLine " + odd + "|", "fillMonitoringAddress " + long_}));
 }
 
+TEST_F(TavConfigurationModelTest, FileIsWrittenBeforeTheApplicationIsClosed)
+{
+    std::string fileAtTheEnd;
+    m_controller.atClose = [&] { fileAtTheEnd = m_file.read(); };
+    m_file.write(twoNetworks);
+
+    model().saveToPersistence(false, "", "", "", "", false, "");
+
+    EXPECT_NE(fileAtTheEnd, twoNetworks);
+    EXPECT_EQ(fileAtTheEnd, m_file.read());
+}
+
 TEST_F(TavConfigurationModelTest, SaveClosesTheApplicationAlsoWhenTheFileCannotBeWritten)
 {
     ASSERT_EQ(mkdir(m_file.path().c_str(), 0700), 0);

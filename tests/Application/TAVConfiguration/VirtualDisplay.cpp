@@ -11,6 +11,14 @@
 
 namespace {
 
+Pipe openPipe()
+{
+    Pipe pipe;
+    if (pipe.open() != 0)
+        throw std::runtime_error("there is no pipe for the virtual display");
+    return pipe;
+}
+
 [[noreturn]] void becomeServer(const std::vector<std::string>& options, int readyDescriptor)
 {
     const int duplicate = dup(readyDescriptor);
@@ -54,7 +62,7 @@ void addToAccessList(std::uint8_t family, const std::string& address)
 } // namespace
 
 VirtualDisplay::VirtualDisplay(const std::vector<std::string>& options)
-    : VirtualDisplay(options, Pipe::open().value())
+    : VirtualDisplay(options, openPipe())
 {
 }
 

@@ -1,5 +1,6 @@
 #include "Pipe.h"
 #include "PublishedTracer.h"
+#include "SystemCallFaults.h"
 #include "main.h"
 
 #include <gtest/gtest.h>
@@ -10,13 +11,14 @@ namespace {
 /// A child that prints the text and ends.
 pid_t startChild(const std::string& text, std::FILE*& output)
 {
-    std::optional<Pipe> pipe = Pipe::open();
+    Pipe pipe;
+    pipe.open();
     const pid_t child = fork();
     if (child == 0) {
-        const auto written = write(pipe->writeEnd.get(), text.data(), text.size());
+        const auto written = write(pipe.writeEnd.get(), text.data(), text.size());
         _exit(written < 0 ? 1 : 0);
     }
-    output = fdopen(pipe->readEnd.release(), "r");
+    output = fdopen(pipe.readEnd.release(), "r");
     return child;
 }
 
@@ -39,6 +41,25 @@ TEST(WaitForChildProcess, TracesEachLineAndReturnsTheChildsId)
                         "[<id>][test           ]  >> [D] Process 'the tool' finished (pid = " +
                             std::to_string(child) + ").\n");
     EXPECT_EQ(std::fclose(output), 0) << "the pipe is still the caller's";
+}
+
+TEST(WaitForChildProcess, WaitsForAChildThatOutlastsItsOutput)
+{
+    Pipe life;
+    life.open();
+    std::FILE* const output = std::tmpfile();
+    const pid_t child = fork();
+    if (child == 0) {
+        life.writeEnd = FileDescriptor(-1);
+        char ignored = 0;
+        _exit(static_cast<int>(read(life.readEnd.get(), &ignored, 1)));
+    }
+    SystemCallFaults calls;
+    calls.interrupt("wait", "", [&life] { life.writeEnd = FileDescriptor(-1); });
+
+    EXPECT_EQ(WaitForChildProcess(output, "tool"), child);
+
+    std::fclose(output);
 }
 
 TEST(WaitForChildProcess, CutsALongLineIntoPiecesOfTheBuffer)

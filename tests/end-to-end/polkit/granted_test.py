@@ -212,6 +212,20 @@ class Password(elevation_scenario.WindowScenario):
         self.assertEqual((status, told), (0, "asked 0, kept 1, freed 0, left 0\n"))
         self.assertEqual(probe.agent.questions, 1)
 
+    def test_an_administrator_is_asked_for_in_the_background_and_from_afar_too(self):
+        self.addCleanup(self.machine.describe_session)
+        for session in ({"state": "online"}, {"seat": ""}):
+            self.machine.describe_session(**session)
+            with self.subTest(session=session), self.machine.polkit():
+                probe = self.launch(
+                    private_machine.ACTION, INTERACTION_ALLOWED,
+                    start=self.machine.grant_probe, agent=SessionAgent)
+                status, told = probe.wait()
+
+                self.assertEqual((status, told), (0, "asked 0, kept 1, freed 0, left 0\n"))
+                self.assertEqual(probe.agent.questions, 1)
+                self.assertIn(b"Authenticating as: tavadmin", probe.agent.text)
+
     def test_nobody_is_asked_where_interaction_is_not_allowed(self):
         with self.machine.polkit():
             probe = self.launch(

@@ -27,8 +27,9 @@ class LaunchPaths(elevation_scenario.ElevationScenario):
         self.assert_relaunched("./bin/TavConfiguration", folder=self.machine.prefix)
 
     def test_name_in_path(self):
+        # First, for the package may be installed too.
         self.assert_relaunched(
-            "TavConfiguration", variables={"PATH": f"/usr/bin:/bin:{self.machine.prefix}/bin"})
+            "TavConfiguration", variables={"PATH": f"{self.machine.prefix}/bin:/usr/bin:/bin"})
 
     def test_relative_folder_in_path(self):
         self.assert_relaunched(

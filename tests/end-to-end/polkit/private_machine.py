@@ -104,18 +104,23 @@ class Machine:
                 _mount("--bind", empty, path)
 
     def _make_login_session(self):
-        """What the login manager would say of the user, who sits before the machine."""
+        self.describe_session()
         number = pwd.getpwnam(USER).pw_uid
-        for path, text in (
-                (f"sessions/{SESSION}",
-                 f"UID={number}\nUSER={USER}\nACTIVE=1\nSTATE=active\nREMOTE=0\nTYPE=x11\n"
-                 "CLASS=user\nSEAT=seat0\n"),
-                (f"users/{number}", f"NAME={USER}\nSTATE=active\nDISPLAY={SESSION}\n"),
-                ("seats/seat0", f"IS_SEAT0=1\nACTIVE=1\nACTIVE_UID={number}\n")):
-            pathlib.Path("/run/systemd", path).write_text(text)
         scope = f"/user.slice/user-{number}.slice/session-{SESSION}.scope"
         self._session = FOLDER / "session"
         self._session.write_text(f"1:name=systemd:{scope}\n0::{scope}\n")
+
+    def describe_session(self, state="active", seat="SEAT=seat0\n"):
+        """What the login manager would say of the user, who sits before the machine, or whose
+        session is in the background ("online"), or comes from afar (no seat)."""
+        number = pwd.getpwnam(USER).pw_uid
+        for path, text in (
+                (f"sessions/{SESSION}",
+                 f"UID={number}\nUSER={USER}\nACTIVE={int(state == 'active')}\nSTATE={state}\n"
+                 f"REMOTE={int(not seat)}\nTYPE=x11\nCLASS=user\n{seat}"),
+                (f"users/{number}", f"NAME={USER}\nSTATE={state}\nDISPLAY={SESSION}\n"),
+                ("seats/seat0", f"IS_SEAT0=1\nACTIVE=1\nACTIVE_UID={number}\n")):
+            pathlib.Path("/run/systemd", path).write_text(text)
 
     def put_into_session(self, process):
         """The login manager finds a process's session by its control group."""

@@ -2,6 +2,7 @@
 
 import functools
 import shutil
+import signal
 import subprocess
 import unittest
 
@@ -74,6 +75,18 @@ class Refused(elevation_scenario.ElevationScenario):
         self.assertIsNone(self.machine.elevated_process())
         self.assertNotIn("CALLSTACK", self.trace(), "no crash report")
 
+    def test_the_right_to_relaunch_does_not_run_the_tool_with_other_arguments(self):
+        for arguments in ([], ["--other"], ["--other", "--adminRights"]):
+            with self.subTest(arguments=arguments), self.machine.polkit(GRANT):
+                status, errors = self.launch(
+                    "--disable-internal-agent", str(self.machine.program), *arguments,
+                    start="/usr/bin/pkexec").wait()
+
+                self.assertEqual((status, errors), (
+                    127, "Error executing command as another user: "
+                         "No authentication agent found.\n"))
+                self.assertIsNone(self.machine.elevated_process())
+
     def test_a_refusal_is_explained_too_where_the_system_hides_others_processes(self):
         self.replace_pkexec(self.machine.fake_elevator, 0o4755)
         with self.machine.hidden_processes(), self.machine.polkit(GRANT):
@@ -83,6 +96,16 @@ class Refused(elevation_scenario.ElevationScenario):
 
         self.assertEqual((status, errors), (
             0, "TavConfiguration: cannot start with administrator rights: pkexec refused\n"))
+
+    def test_pkexec_is_not_started_with_broken_pipes_ignored(self):
+        script = private_machine.FOLDER / "telling"
+        script.write_text("#!/bin/sh\ngrep SigIgn /proc/self/status >&2\nexit 127\n")
+        self.replace_pkexec(script, 0o755)
+        with self.machine.polkit(GRANT):
+            _, errors = self.launch().wait()
+
+        ignored = int(errors.split()[1], 16)
+        self.assertEqual(ignored & 1 << (signal.SIGPIPE - 1), 0, errors)
 
     def replace_pkexec(self, program, mode):
         """Root's process is what the replacement becomes where the mode says so."""

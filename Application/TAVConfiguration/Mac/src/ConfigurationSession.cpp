@@ -25,6 +25,12 @@ std::optional<DetachedStandardError> s_standardError;
 /// Removed when the process ends, also by a report that never returns here.
 std::optional<QTemporaryDir> s_runtimeFolder;
 
+void forgetStandardError()
+{
+    CallMarker marker("forgetStandardError");
+    s_standardError.reset();
+}
+
 /// The toolkit aborts when its start fails, which would look like a crash of the tool.
 void endWithoutDisplay(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
@@ -61,7 +67,7 @@ int ConfigurationSession::run(int& argc, char** argv)
     // files of their own, as root in places that all share.
     umask(S_IWGRP | S_IWOTH);
     s_standardError.emplace();
-    qAddPreRoutine([] { s_standardError.reset(); });
+    qAddPreRoutine(&forgetStandardError);
     if (DesktopSession::prepare() == DesktopSession::Bus::accessibility)
         AccessibilityBus::announce();
     provideRuntimeFolder();

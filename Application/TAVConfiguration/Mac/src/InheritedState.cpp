@@ -1,6 +1,7 @@
 #include "InheritedState.h"
 
 #include "CallMarker.h"
+#include "InheritedChildren.h"
 
 #include <csignal>
 
@@ -34,4 +35,5 @@ void InheritedState::takeBack()
     CallMarker marker("InheritedState::takeBack");
     unblockSignals();
     openStandardStreams();
+    InheritedChildren::note();
 }

@@ -22,7 +22,8 @@ bool MessageBoxAlertPresenter::showAlert(
     CallMarker marker("MessageBoxAlertPresenter::showAlert", this);
     QMessageBox box(m_window.isVisible() ? &m_window : nullptr);
     box.setIcon(level == Level::stop ? QMessageBox::Critical : QMessageBox::Information);
-    box.setWindowTitle(QString::fromStdString(title));
+    // In a window's title "[*]" stands for an asterisk of unsaved changes, unless it is doubled.
+    box.setWindowTitle(QString::fromStdString(title).replace("[*]", "[*][*]"));
     box.setTextFormat(Qt::PlainText);
     box.setText(QString::fromStdString(text));
     return box.exec() == QMessageBox::Ok;

@@ -2,13 +2,11 @@
 
 #include "FileDescriptor.h"
 
-#include <optional>
-
-/// A pipe of which no started program inherits an end unasked.
+/// A pipe of which no started program inherits an end unasked; closed until open() has succeeded.
 struct Pipe {
-    FileDescriptor readEnd;
-    FileDescriptor writeEnd;
+    FileDescriptor readEnd{-1};
+    FileDescriptor writeEnd{-1};
 
-    /// Nothing when the system refuses; errno says why.
-    static std::optional<Pipe> open();
+    /// Returns 0, or the system's error.
+    int open();
 };

@@ -1,6 +1,7 @@
 #include "PolkitClient.h"
 
 #include "CallMarker.h"
+#include "KeptSignalAction.h"
 
 #include <memory>
 
@@ -9,31 +10,18 @@
 
 namespace {
 
-struct Unref {
-    void operator()(void* object) const { g_object_unref(object); }
-};
 template<typename T>
-using Reference = std::unique_ptr<T, Unref>;
+using Reference = std::unique_ptr<T, decltype(&g_object_unref)>;
 
-/// Owns the error that a GLib function fills in.
-class Failure {
-public:
-    Failure() = default;
-    ~Failure() { g_clear_error(&m_error); }
-
-    Failure(const Failure&) = delete;
-    Failure& operator=(const Failure&) = delete;
-
-    GError** out() { return &m_error; }
-    std::string text() const { return m_error != nullptr ? m_error->message : "no reason given"; }
-
-private:
-    GError* m_error = nullptr;
-};
-
-PolkitClient::Answer unavailable(const Failure& failure)
+/// Takes the error over.
+PolkitClient::Answer unavailable(GError* error)
 {
-    return {PolkitClient::Verdict::unavailable, {}, failure.text()};
+    CallMarker marker("unavailable");
+    const std::unique_ptr<GError, decltype(&g_error_free)> owner(error, &g_error_free);
+    return {
+        PolkitClient::Verdict::unavailable,
+        {},
+        error != nullptr ? error->message : "no reason given"};
 }
 
 PolkitClient::Answer answerOf(PolkitAuthorizationResult* result)
@@ -55,27 +43,33 @@ PolkitClient::Answer answerOf(PolkitAuthorizationResult* result)
 PolkitClient::Answer PolkitClient::check(const char* action, bool mayAskUser)
 {
     CallMarker marker("PolkitClient::check");
-    Failure failure;
-    const Reference<PolkitAuthority> authority(polkit_authority_get_sync(nullptr, failure.out()));
+    const KeptSignalAction onBrokenPipe(SIGPIPE);
+    GError* error = nullptr;
+    const Reference<PolkitAuthority> authority(
+        polkit_authority_get_sync(nullptr, &error), &g_object_unref);
     if (authority == nullptr)
-        return unavailable(failure);
+        return unavailable(error);
 
     // Start time 0 makes polkit look it up: a later process with the same id is another subject.
     const Reference<PolkitSubject> subject(
-        polkit_unix_process_new_for_owner(getpid(), 0, static_cast<int>(getuid())));
-    const Reference<PolkitAuthorizationResult> result(polkit_authority_check_authorization_sync(
-        authority.get(), subject.get(), action, nullptr,
-        mayAskUser ? POLKIT_CHECK_AUTHORIZATION_FLAGS_ALLOW_USER_INTERACTION
-                   : POLKIT_CHECK_AUTHORIZATION_FLAGS_NONE,
-        nullptr, failure.out()));
-    return result != nullptr ? answerOf(result.get()) : unavailable(failure);
+        polkit_unix_process_new_for_owner(getpid(), 0, static_cast<int>(getuid())),
+        &g_object_unref);
+    const Reference<PolkitAuthorizationResult> result(
+        polkit_authority_check_authorization_sync(
+            authority.get(), subject.get(), action, nullptr,
+            mayAskUser ? POLKIT_CHECK_AUTHORIZATION_FLAGS_ALLOW_USER_INTERACTION
+                       : POLKIT_CHECK_AUTHORIZATION_FLAGS_NONE,
+            nullptr, &error),
+        &g_object_unref);
+    return result != nullptr ? answerOf(result.get()) : unavailable(error);
 }
 
 bool PolkitClient::revoke(const std::string& grant)
 {
     CallMarker marker("PolkitClient::revoke");
-    Failure ignored;
-    const Reference<PolkitAuthority> authority(polkit_authority_get_sync(nullptr, ignored.out()));
+    const KeptSignalAction onBrokenPipe(SIGPIPE);
+    const Reference<PolkitAuthority> authority(
+        polkit_authority_get_sync(nullptr, nullptr), &g_object_unref);
     return authority != nullptr && polkit_authority_revoke_temporary_authorization_by_id_sync(
                                        authority.get(), grant.c_str(), nullptr, nullptr) != FALSE;
 }

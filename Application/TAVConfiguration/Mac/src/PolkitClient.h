@@ -5,7 +5,8 @@
 /// Asks polkit about one action, this process being the subject.
 ///
 /// Each operation connects for itself and blocks until polkit has answered; main thread only. A
-/// service that cannot be reached is an answer, never an exception.
+/// service that cannot be reached is an answer, never an exception. GLib has the process ignore
+/// SIGPIPE while an operation lasts, not longer: started programs would ignore it too.
 class PolkitClient {
 public:
     enum class Verdict {

@@ -12,7 +12,6 @@
 #include <cstring>
 #include <fstream>
 #include <memory>
-#include <optional>
 #include <span>
 #include <sstream>
 #include <thread>
@@ -131,26 +130,28 @@ AuthorizationStatus PrivilegedLauncher::launch(
 {
     CallMarker marker("PrivilegedLauncher::launch", this);
     *output = nullptr;
-    std::optional<Pipe> programOutput = Pipe::open();
-    std::optional<Pipe> begun = Pipe::open();
-    if (!programOutput || !begun)
-        return cannotStart(std::string("cannot make a pipe: ") + std::strerror(errno));
+    Pipe programOutput;
+    Pipe begun;
+    int error = programOutput.open();
+    if (error == 0)
+        error = begun.open();
+    if (error != 0)
+        return cannotStart(std::string("cannot make a pipe: ") + std::strerror(error));
 
     // The action is the whole process's; a mask would leave the signal to the other threads.
     std::signal(SIGCHLD, SIG_DFL);
     const std::vector<std::string> command = commandFor(program, arguments);
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> readEnd(
-        fdopen(programOutput->readEnd.get(), "r"), &std::fclose);
+        fdopen(programOutput.readEnd.get(), "r"), &std::fclose);
     if (readEnd == nullptr)
         return cannotStart(std::string("cannot read a pipe: ") + std::strerror(errno));
-    programOutput->readEnd.release();
+    programOutput.readEnd.release();
     pid_t process = 0;
-    const int error =
-        start(command, std::move(programOutput->writeEnd), std::move(begun->writeEnd), process);
+    error = start(command, std::move(programOutput.writeEnd), std::move(begun.writeEnd), process);
     if (error != 0)
         return cannotStart(command.front() + ": " + std::strerror(error));
 
-    const AuthorizationStatus status = hasBegun(process, command, begun->readEnd)
+    const AuthorizationStatus status = hasBegun(process, command, begun.readEnd)
                                            ? AuthorizationStatus::success
                                            : statusOfEnd(process);
     if (status == AuthorizationStatus::success)

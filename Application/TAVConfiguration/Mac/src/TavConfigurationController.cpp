@@ -9,7 +9,6 @@
 #include <QFileDialog>
 #include <QStyle>
 
-#include <algorithm>
 #include <initializer_list>
 
 TavConfigurationController::TavConfigurationController(
@@ -20,7 +19,6 @@ TavConfigurationController::TavConfigurationController(
     CallMarker marker(
         "TavConfigurationController", "TavConfigurationController::constructor", true, this);
     m_pOutlets->setupUi(&m_window);
-    connectActions();
 }
 
 TavConfigurationController::~TavConfigurationController()
@@ -33,8 +31,12 @@ TavConfigurationController::~TavConfigurationController()
 void TavConfigurationController::awakeFromNib()
 {
     CallMarker marker("TavConfigurationController::awakeFromNib", this);
+    const bool isFirst = m_pModel == nullptr;
     m_pModel = std::make_unique<TavConfigurationModel>(this, &m_alertPresenter);
+    if (isFirst)
+        connectActions();
     m_pOutlets->m_IPAddressTextField->setValidator(&m_IPAddressFormatter);
+    m_pOutlets->retranslateUi(&m_window); // the keys, in the place of former texts
     WindowTexts::show(*m_pOutlets);
     m_pModel->loadFromPersistence();
     showVpnChoice();
@@ -103,17 +105,21 @@ void TavConfigurationController::indentChoices()
     m_pOutlets->addressLayout->setContentsMargins(indent, 0, 0, 0);
 }
 
-// As wide as a usual path asks for and as high as the explanation, wrapped, asks for; never so
-// small that a text is cut.
+// As wide as a usual path asks for, unless the texts are wider, and no higher than they ask for.
 void TavConfigurationController::fitWindow()
 {
     CallMarker marker("TavConfigurationController::fitWindow", this);
+    keepTextsWhole();
+    m_window.resize(90 * m_window.fontMetrics().averageCharWidth(), 0);
+}
+
+// The window gets never so small that a text is cut.
+void TavConfigurationController::keepTextsWhole()
+{
+    CallMarker marker("TavConfigurationController::keepTextsWhole", this);
     const QLayout* const layout = m_window.layout();
     const int narrowest = layout->totalMinimumSize().width();
     m_window.setMinimumSize(narrowest, layout->totalHeightForWidth(narrowest));
-
-    const int width = std::max(narrowest, 90 * m_window.fontMetrics().averageCharWidth());
-    m_window.resize(width, layout->totalHeightForWidth(width));
 }
 
 void TavConfigurationController::onWithVPN()
@@ -157,12 +163,14 @@ void TavConfigurationController::colourVpnLabels()
         label->setPalette(palette);
 }
 
-// The user may change the theme while the window is open. No call marker: every event of the window
-// comes by here, and would fill the trace.
+// The user may change the theme and its font while the window is open. No call marker: every event
+// of the window comes by here, and would fill the trace.
 bool TavConfigurationController::eventFilter(QObject* object, QEvent* event)
 {
     if (event->type() == QEvent::PaletteChange)
         colourVpnLabels();
+    if (event->type() == QEvent::LayoutRequest)
+        keepTextsWhole();
     return QObject::eventFilter(object, event);
 }
 

@@ -28,7 +28,8 @@ public:
     TavConfigurationController(QDialog& window, AlertPresenter& alertPresenter);
     ~TavConfigurationController() override;
 
-    /// Sets the window up from the localization and configuration files and brings it to the front.
+    /// Sets the window up from the localization and configuration files, anew when it is called
+    /// again, and brings it to the front. The controls do nothing before.
     void awakeFromNib();
 
     void onWithVPN();
@@ -59,6 +60,7 @@ private:
     void browse(ValueField& field);
     void indentChoices();
     void fitWindow();
+    void keepTextsWhole();
 
     QDialog& m_window;
     AlertPresenter& m_alertPresenter;

@@ -7,8 +7,11 @@
 /// A text field for a stored value, of any length.
 ///
 /// A value that nobody edits is yielded byte for byte, also where it is not UTF-8 or holds
-/// characters that a single line cannot show. What is typed or pasted holds no line break and no
-/// NUL, which the configuration file could not keep: they become blanks.
+/// characters that a single line cannot show. In an edited one the line breaks and NULs, which the
+/// configuration file could not keep, are yielded as they show: as blanks.
+///
+/// A text that the validator refuses does not stay, however it came in: the one before it is put
+/// back. The value that was set may show nevertheless.
 class ValueField : public QLineEdit {
     Q_OBJECT
 
@@ -16,15 +19,14 @@ public:
     explicit ValueField(QWidget* parent = nullptr);
     ~ValueField() override;
 
-    /// Shows the value, also one that the validator would refuse; the validator then checks each
-    /// edit of it nevertheless.
     void setValue(const std::string& value);
     std::string value() const;
 
 private:
+    void admit(const QString& text);
     void showUnchecked(const QString& text);
-    void keepChecking();
 
     std::string m_loadedValue;
     QString m_loadedText;
+    QString m_admittedText;
 };

@@ -5,8 +5,6 @@
 #include "MnemonicAssigner.h"
 #include "ui_TavConfigurationWindow.h"
 
-#include <QFontDatabase>
-
 namespace {
 
 QString localized(const QString& key)
@@ -25,20 +23,11 @@ void showText(Control* control)
     control->setAccessibleName(text);
 }
 
-void showTitle(QGroupBox* box)
+void showTitle(QLabel* title, QGroupBox* box)
 {
     CallMarker marker("showTitle");
-    const QString title = localized(box->title());
-    box->setTitle(MnemonicAssigner::literal(title));
-    box->setAccessibleName(title);
-
-    QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
-    font.setPointSize(12);
-    box->setFont(font);
-    // A box hands its font on to its content, which is to keep the ordinary one.
-    for (QWidget* const content :
-         box->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
-        content->setFont(QApplication::font(content));
+    showText(title);
+    box->setAccessibleName(title->text());
 }
 
 /// Start and stop commands have the same labels: their accessible names say which box they are in.
@@ -95,9 +84,9 @@ void WindowTexts::show(Ui::TavConfigurationWindow& window)
     CallMarker marker("WindowTexts::show");
     showText(window.m_IPAddressLabel);
     showText(window.m_explanationText);
-    showTitle(window.vpnBox);
-    showTitle(window.vpnStartBox);
-    showTitle(window.vpnStopBox);
+    showTitle(window.vpnBoxTitle, window.vpnBox);
+    showTitle(window.vpnStartBoxTitle, window.vpnStartBox);
+    showTitle(window.vpnStopBoxTitle, window.vpnStopBox);
     showText(window.m_startCommandLineLabel);
     showText(window.m_startArgsLabel);
     showText(window.m_stopCommandLineLabel);
@@ -108,7 +97,7 @@ void WindowTexts::show(Ui::TavConfigurationWindow& window)
     showText(window.cancelButton);
     showText(window.radioButtonsWithoutVPN);
     showText(window.radioButtonsWithVPN);
-    showTitle(window.monitoringBox);
+    showTitle(window.monitoringBoxTitle, window.monitoringBox);
     showText(window.radioButtonDisableMonitoring);
     showText(window.radioButtonEnableMonitoring);
 

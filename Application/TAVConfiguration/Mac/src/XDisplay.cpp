@@ -26,14 +26,10 @@ bool isRoot(xcb_host_t* host)
 
 } // namespace
 
-void XDisplay::Disconnect::operator()(xcb_connection_t* connection) const
-{
-    xcb_disconnect(connection);
-}
-
-XDisplay::XDisplay() : m_connection(xcb_connect(nullptr, nullptr))
+XDisplay::XDisplay() : m_connection(nullptr, &xcb_disconnect)
 {
     CallMarker marker("XDisplay", "XDisplay::constructor", true, this);
+    m_connection.reset(xcb_connect(nullptr, nullptr));
 }
 
 XDisplay::~XDisplay()

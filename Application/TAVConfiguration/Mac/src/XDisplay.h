@@ -25,8 +25,5 @@ public:
     std::string rootProperty(const std::string& name) const;
 
 private:
-    struct Disconnect {
-        void operator()(xcb_connection_t* connection) const;
-    };
-    std::unique_ptr<xcb_connection_t, Disconnect> m_connection;
+    std::unique_ptr<xcb_connection_t, void (*)(xcb_connection_t*)> m_connection;
 };

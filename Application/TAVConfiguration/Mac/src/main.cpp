@@ -7,6 +7,7 @@
 #include "Diagnostics.h"
 #include "FileSystemManagement.h"
 #include "IDCardReader.h"
+#include "InheritedChildren.h"
 #include "InheritedState.h"
 #include "KFException.h"
 #include "KFExceptionHandler.h"
@@ -16,6 +17,7 @@
 #include "Tracer.h"
 
 #include <array>
+#include <cstdlib>
 #include <memory>
 
 #include <sys/wait.h>
@@ -30,12 +32,22 @@ constexpr const char* DEFAULT_LOCALIZATION_FILE = "Localizer_TavConfiguration_EN
 /// The log says what the user does: it is nobody else's.
 constexpr unsigned int LOG_FOLDER_MODE = 0700;
 
+KFExceptionHandler& crashHandler()
+{
+    CallMarker marker("crashHandler");
+    KFExceptionHandler* const handler = KFExceptionHandler::GetInstance();
+    InheritedChildren::leaveUnheard();
+    return *handler;
+}
+
 /// Without a tracer the crash handler prints nothing, so the user is told here.
-void failToStart(const char* text, int line)
+[[noreturn]] void failToStart(const char* text, int line)
 {
     CallMarker marker("failToStart");
     Console::writeError(std::string(text) + "\n");
-    KFExceptionHandler::GetInstance()->throwException(0, "INTERNAL ERROR", text, UNIT, line);
+    crashHandler().throwException(0, "INTERNAL ERROR", text, UNIT, line);
+    // Where the report's signal is blocked: root goes nowhere without a card or a log folder.
+    std::exit(EXIT_SUCCESS);
 }
 
 std::string makeLogFolder(const AppData& logs)
@@ -43,7 +55,7 @@ std::string makeLogFolder(const AppData& logs)
     CallMarker marker("makeLogFolder");
     std::string folder = logs.getPathForFile("Logs");
     if (!FileSystemManagement::existFile(folder) &&
-        !FileSystemManagement::createFolder(folder, LOG_FOLDER_MODE))
+        !FileSystemManagement::makeFolder(folder, LOG_FOLDER_MODE))
         failToStart("\"cannot start TavConfiguration : unable to log\"", 69);
     return folder;
 }
@@ -186,7 +198,7 @@ void askAndRelaunch(
 } // namespace
 
 int tavConfigurationMain(
-    int argc, char** argv, AuthorizationServices& services, ApplicationMain runApplication)
+    int argc, char** argv, AuthorizationServicesMaker makeServices, ApplicationMain runApplication)
 {
     // Also where the toolkit ends the process itself, as it does when the display goes away.
     Diagnostics::drainAtExit();
@@ -196,12 +208,13 @@ int tavConfigurationMain(
     if (tracer != nullptr && tracer->isActive())
         tracer->BeginningOfThread("Main");
     CallMarker marker("TavConfiguration::Main");
-    KFExceptionHandler::GetInstance();
+    crashHandler();
     loadTexts();
     logArguments(argc, argv);
+    const std::unique_ptr<AuthorizationServices> services = makeServices();
     if (isElevatedInstance(argc, argv))
-        return runElevated(argc, argv, services, runApplication);
-    askAndRelaunch(marker, argv[0], services);
+        return runElevated(argc, argv, *services, runApplication);
+    askAndRelaunch(marker, argv[0], *services);
     return 0;
 }
 
