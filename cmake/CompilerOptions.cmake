@@ -2,9 +2,10 @@
 add_library(tav_options INTERFACE)
 add_library(tav::options ALIAS tav_options)
 
+set(CMAKE_COMPILE_WARNING_AS_ERROR ON)
 target_compile_features(tav_options INTERFACE cxx_std_20)
 target_compile_options(tav_options INTERFACE
-    -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
     -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wformat=2 -Wnull-dereference
     -Wimplicit-fallthrough -Wundef)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
