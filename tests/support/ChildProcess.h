@@ -21,6 +21,9 @@ inline bool succeeds(const std::function<bool()>& action)
     return false;
 }
 
+/// The child's status for true: a crash report ends a process with 0.
+constexpr int CHILD_SUCCEEDED = 42;
+
 /// Runs the action in a child process, where it may give up rights or set limits, and tells whether
 /// it returned true.
 inline bool inChildProcess(const std::function<bool()>& action)
@@ -28,8 +31,8 @@ inline bool inChildProcess(const std::function<bool()>& action)
     const pid_t child = fork();
     // No exception may leave the child: it would go on with the tests that follow.
     if (child == 0)
-        _exit(succeeds(action) ? EXIT_SUCCESS : EXIT_FAILURE);
+        _exit(succeeds(action) ? CHILD_SUCCEEDED : EXIT_FAILURE);
     int status = 0;
     return waitpid(child, &status, 0) == child && WIFEXITED(status) &&
-           WEXITSTATUS(status) == EXIT_SUCCESS;
+           WEXITSTATUS(status) == CHILD_SUCCEEDED;
 }

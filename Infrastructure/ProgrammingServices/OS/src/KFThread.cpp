@@ -36,6 +36,9 @@ KFThread::~KFThread()
 
 bool KFThread::start()
 {
+    if (m_joinable && m_running)
+        return false;
+    join();
     // The system's own attributes make a thread joinable, too.
     const pthread_attr_t* const attributes = m_hasAttributes ? &m_attr : nullptr;
     m_running = true;

@@ -13,6 +13,7 @@
 ///
 /// The destructor joins a body that still runs, and by then only the base's onTerminate() is left:
 /// a subclass whose body loops until it is asked to finish must be stopped before its destructor.
+/// No body may destroy its own object.
 class KFThread {
 public:
     /// `name` is copied; null for a thread that the tracer names itself.
@@ -26,7 +27,8 @@ public:
     /// Asks the body to finish.
     virtual void onTerminate() {}
 
-    /// False when the thread could not be created. Kept: isRunning() stays true then.
+    /// False when the thread could not be created; kept: isRunning() stays true then. False, too,
+    /// while a body runs: one object is one thread at a time.
     bool start();
     /// Asks the body to finish and waits until it has; the body itself, which may ask too, does not
     /// wait.

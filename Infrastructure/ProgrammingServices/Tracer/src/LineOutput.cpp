@@ -159,8 +159,11 @@ bool LineOutput::openCurrentFile()
 void LineOutput::openFile(RingFiles::Mode mode)
 {
     m_file = RingFiles::open(m_currentFileName, mode);
-    if (!m_file)
+    if (m_file)
+        return;
+    unlessMemoryRunsOut([this] {
         Console::writeError(std::string(m_facility) + " : can't open " + m_currentFileName + "\n");
+    });
 }
 
 void LineOutput::writePending()

@@ -7,9 +7,11 @@
 #include "PublishedTracer.h"
 #include "VirtualSlot.h"
 
+#include <atomic>
 #include <functional>
 #include <future>
 #include <string>
+#include <thread>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -178,6 +180,37 @@ TEST(KFThread, RunningIsStillSetInsideTheBody)
     thread.stop();
 
     EXPECT_TRUE(running);
+}
+
+TEST(KFThread, DoesNotStartASecondBodyWhileTheFirstRuns)
+{
+    std::promise<void> finish;
+    std::atomic<int> bodies = 0;
+    FunctionThread thread("worker", [&finish, &bodies] {
+        if (++bodies == 1)
+            finish.get_future().wait();
+    });
+
+    EXPECT_TRUE(thread.start());
+    EXPECT_FALSE(thread.start());
+    finish.set_value();
+    thread.stop();
+
+    EXPECT_EQ(bodies, 1);
+}
+
+TEST(KFThread, StartsAgainWhenItsBodyHasReturned)
+{
+    std::atomic<int> bodies = 0;
+    FunctionThread thread("worker", [&bodies] { ++bodies; });
+
+    thread.start();
+    while (thread.isRunning())
+        std::this_thread::yield();
+    EXPECT_TRUE(thread.start());
+    thread.stop();
+
+    EXPECT_EQ(bodies, 2);
 }
 
 TEST(KFThread, StopAsksTheBodyToFinishAndWaitsForIt)

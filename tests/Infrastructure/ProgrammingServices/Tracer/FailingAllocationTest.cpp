@@ -290,6 +290,23 @@ INSTANTIATE_TEST_SUITE_P(
         Operation<TestOutput>{"next name", remakeTheName, true},
         Operation<TestOutput>{"question", askForTheName, true}));
 
+TEST(LineOutputWithoutMemory, KeepsTheMutexOfAFailedOpenAlsoWhereItsMessageIsLost)
+{
+    const TemporaryFolder folder;
+    TestOutput output;
+    output.SetFileName(folder.file("a folder that is not there/ring"));
+    output.PrintString("1\n");
+    testing::internal::CaptureStderr();
+
+    const Outcome outcome = failAllocation(1, [&output] { output.WriteOnFile(); });
+
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_TRUE(outcome.failed);
+    EXPECT_FALSE(outcome.threw);
+    EXPECT_FALSE(output.isMutexFree());
+    output.mutex().release();
+}
+
 TEST(TracerWithoutMemory, TracesTheNextCallsAsEver)
 {
     int nth = 0;
