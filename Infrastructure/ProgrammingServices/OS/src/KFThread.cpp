@@ -1,6 +1,7 @@
 #include "KFThread.h"
 
 #include "Contract.h"
+#include "KFMutexGuard.h"
 #include "Tracer.h"
 
 #include <chrono>
@@ -9,6 +10,9 @@
 namespace {
 
 constexpr const char* c_unit = "Infrastructure/ProgrammingServices/OS/src/KFThread";
+
+/// That whose body the calling thread is; null on all other threads.
+thread_local const KFThread* t_current = nullptr;
 
 } // namespace
 
@@ -36,13 +40,16 @@ KFThread::~KFThread()
 
 bool KFThread::start()
 {
-    if (m_joinable && m_running)
+    if (m_hasBody.exchange(true))
         return false;
     join();
+    const KFMutexGuard guard(m_joinMutex);
     // The system's own attributes make a thread joinable, too.
     const pthread_attr_t* const attributes = m_hasAttributes ? &m_attr : nullptr;
     m_running = true;
     m_joinable = pthread_create(&m_handle, attributes, &KFThread::threadStart, this) == 0;
+    if (!m_joinable)
+        m_hasBody = false;
     return m_joinable;
 }
 
@@ -77,11 +84,13 @@ void* KFThread::threadStart(void* argument)
     if (!Contract::require(argument != nullptr, "arg != NULL", c_unit, 156))
         return nullptr;
     auto* const thread = static_cast<KFThread*>(argument);
+    t_current = thread;
     if (thread->isTraced())
         Tracer::GetInstance()->BeginningOfThread(thread->m_name->c_str());
     thread->run();
     if (thread->isTraced())
         Tracer::GetInstance()->EndOfThread();
+    thread->m_hasBody = false;
     thread->m_running = false;
     return nullptr;
 }
@@ -92,12 +101,14 @@ bool KFThread::isTraced() const
 }
 
 // A thread is joined once at most, and only when it was created; one whose body has returned is
-// joined too, so that its stack is given back. What a body cannot wait for, its own end or that of
-// a thread which waits for it, is left to the next join, that of the destructor at the latest.
+// joined too, so that its stack is given back. Whoever asks meanwhile waits as long. What a body
+// cannot wait for, its own end or that of a thread which waits for it, is left to the next join,
+// that of the destructor at the latest.
 void KFThread::join()
 {
-    if (pthread_equal(pthread_self(), m_handle) != 0 || !m_joinable.exchange(false))
+    if (t_current == this)
         return;
-    if (pthread_join(m_handle, nullptr) != 0)
-        m_joinable = true;
+    const KFMutexGuard guard(m_joinMutex);
+    if (m_joinable && pthread_join(m_handle, nullptr) == 0)
+        m_joinable = false;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "KFMutex.h"
+
 #include <atomic>
 #include <optional>
 #include <string>
@@ -54,6 +56,8 @@ private:
     std::atomic<bool> m_running = false;
     pthread_t m_handle{};
     pthread_attr_t m_attr{};
-    bool m_hasAttributes = false;         ///< m_attr could be made
-    std::atomic<bool> m_joinable = false; ///< created and not joined yet
+    bool m_hasAttributes = false;        ///< m_attr could be made
+    std::atomic<bool> m_hasBody = false; ///< m_running, but for a thread that was not created
+    KFMutex m_joinMutex{false};          ///< held while the thread is made and waited for
+    bool m_joinable = false;             ///< created and not joined yet
 };

@@ -5,7 +5,10 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
+#include <functional>
+#include <future>
 #include <thread>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <pthread.h>
@@ -18,7 +21,9 @@ bool setDetachStateFails = false;
 bool createFails = false;
 bool joinFails = false;
 int lastDetachState = -1;
-int joins = 0;
+std::atomic<int> joins = 0;
+std::function<void()> onJoin;    // done before each
+std::function<void()> onCreated; // done before the thread that starts it goes on
 std::atomic<bool> madeAttributes = false;
 std::atomic<bool> usedUnmadeAttributes = false;
 
@@ -48,6 +53,21 @@ public:
     }
 
     std::atomic<bool> isStarted = false;
+};
+
+/// Starts itself at once.
+class SelfStartingThread : public KFThread {
+public:
+    SelfStartingThread() : KFThread("worker") {}
+    void run() override
+    {
+        ++bodies;
+        if (bodies == 1)
+            startedAnother.set_value(start());
+    }
+
+    std::atomic<int> bodies = 0;
+    std::promise<bool> startedAnother;
 };
 
 void runAThreadWithBlockedViolations()
@@ -107,12 +127,18 @@ int __wrap_pthread_create(
     pthread_t* thread, const pthread_attr_t* attributes, void* (*entry)(void*), void* argument)
 {
     useAttributes(attributes);
-    return createFails ? EAGAIN : __real_pthread_create(thread, attributes, entry, argument);
+    const int result =
+        createFails ? EAGAIN : __real_pthread_create(thread, attributes, entry, argument);
+    if (onCreated)
+        std::exchange(onCreated, nullptr)();
+    return result;
 }
 
 int __wrap_pthread_join(pthread_t thread, void** result)
 {
     ++joins;
+    if (onJoin)
+        std::exchange(onJoin, nullptr)();
     return joinFails ? EDEADLK : __real_pthread_join(thread, result);
 }
 
@@ -242,6 +268,45 @@ TEST_F(KFThreadFailure, ThreadDoesNotJoinItself)
     }
 
     EXPECT_EQ(joins, 1);
+}
+
+TEST_F(KFThreadFailure, WhoeverStopsAThreadThatIsWaitedForWaitsToo)
+{
+    IdleThread thread;
+    thread.start();
+    std::promise<void> stops;
+    std::atomic<bool> hasStopped = false;
+    bool hadStoppedAtTheJoin = true;
+    std::thread other;
+    onJoin = [&] {
+        other = std::thread([&] {
+            stops.set_value();
+            thread.stop();
+            hasStopped = true;
+        });
+        stops.get_future().wait();
+        KFThread::msleep(50); // gives one that does not wait the time to be noticed
+        hadStoppedAtTheJoin = hasStopped;
+    };
+
+    KFThread::waitForThreadTermination(&thread);
+    other.join();
+
+    EXPECT_FALSE(hadStoppedAtTheJoin);
+    EXPECT_EQ(joins, 1);
+}
+
+TEST_F(KFThreadFailure, BodyDoesNotStartAnotherAlsoWhileItsStartIsUnderWay)
+{
+    SelfStartingThread thread;
+    bool startedAnother = true;
+    onCreated = [&] { startedAnother = thread.startedAnother.get_future().get(); };
+
+    EXPECT_TRUE(thread.start());
+    thread.stop();
+
+    EXPECT_FALSE(startedAnother);
+    EXPECT_EQ(thread.bodies, 1);
 }
 
 TEST_F(KFThreadFailure, ThreadWithoutAttributesRunsWhereViolationsAreBlocked)
