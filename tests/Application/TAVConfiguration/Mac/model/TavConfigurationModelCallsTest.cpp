@@ -57,3 +57,16 @@ TEST_F(ModelCalls, CountTheModelFromConstructorToDestructor)
         return std::make_unique<Model>(&controller, &texts.alertPresenter);
     });
 }
+
+TEST_F(ModelCalls, OfTheModelsEndHoldThatOfItsConfiguration)
+{
+    auto ended = std::make_unique<Model>(&controller, &texts.alertPresenter);
+    const PublishedTracer tracer;
+
+    ended.reset();
+
+    EXPECT_THAT(
+        callsIn(tracer.lines()),
+        testing::IsSupersetOf(
+            {"TavConfigurationModel::destructor", "  CompanyNetworkConfiguration::destructor"}));
+}
