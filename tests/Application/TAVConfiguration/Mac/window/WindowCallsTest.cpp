@@ -156,3 +156,21 @@ TEST(WindowObjects, AreCountedFromConstructorToDestructor)
         return std::make_unique<MessageBoxAlertPresenter>(dialog);
     });
 }
+
+TEST(WindowObjects, EndOfTheControllerHoldsThatOfItsModel)
+{
+    const ConfigurationFile file;
+    const LocalizedTexts texts("");
+    QDialog dialog;
+    RecordingAlertPresenter alertPresenter;
+    auto controller = std::make_unique<Controller>(dialog, alertPresenter);
+    controller->awakeFromNib();
+    const PublishedTracer tracer;
+
+    controller.reset();
+
+    EXPECT_THAT(
+        callsIn(tracer.lines()),
+        testing::IsSupersetOf(
+            {"TavConfigurationController::destructor", "  TavConfigurationModel::destructor"}));
+}
