@@ -12,7 +12,6 @@ namespace {
 
 QIcon applicationIcon()
 {
-    CallMarker marker("applicationIcon");
     QIcon icon;
     for (const int size : {16, 32, 48, 64, 128, 256})
         icon.addFile(QStringLiteral(":/icons/TavConfiguration-%1.png").arg(size));

@@ -45,3 +45,14 @@ TEST(ElevatedEnvironment, NamesTheDispensableVariablesThatTheElevatorWouldRefuse
     EXPECT_THAT(
         ElevatedEnvironment::dispensable(), testing::UnorderedElementsAre("LC_TIME", "TERM"));
 }
+
+TEST(ElevatedEnvironment, CanDoWithoutAnyVariableOfTheLanguageAndTheTerminal)
+{
+    for (const char* const name :
+         {"LANG", "LINGUAS", "LANGUAGE", "LC_COLLATE", "LC_CTYPE", "LC_MESSAGES", "LC_MONETARY",
+          "LC_NUMERIC", "LC_TIME", "LC_ALL", "TERM", "COLORTERM"}) {
+        const ScopedEnvironment refused(name, "/a/value");
+
+        EXPECT_THAT(ElevatedEnvironment::dispensable(), testing::Contains(name));
+    }
+}

@@ -5,6 +5,7 @@
 
 #include <csignal>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace {
@@ -38,4 +39,12 @@ TEST_F(PolkitClientTest, KeepsTheActionForABrokenPipeWhenItAsks)
 TEST_F(PolkitClientTest, KeepsTheActionForABrokenPipeWhenItRevokes)
 {
     EXPECT_TRUE(keepsItsActionForABrokenPipe([] { PolkitClient::revoke("tmpauthz1"); }));
+}
+
+TEST_F(PolkitClientTest, TellsWhyTheServiceCannotBeAsked)
+{
+    const PolkitClient::Answer answer = PolkitClient::check("an.action", false);
+
+    EXPECT_EQ(answer.verdict, PolkitClient::Verdict::unavailable);
+    EXPECT_THAT(answer.reason, testing::HasSubstr("Could not connect"));
 }
