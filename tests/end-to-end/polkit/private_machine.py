@@ -1,11 +1,12 @@
 """A machine of the test's own, as far as authorization goes: its users, its installed tool, its
 system bus and polkit, and its user's desktop, all in namespaces that vanish with the test.
 
-Call `enter()` first; it starts the script anew inside. Nothing outside is changed, and every
-process ends with the script.
+Call `enter()` first; it starts the script anew inside. Nothing outside can be changed but the
+build, which the installation writes to, and every process ends with the script.
 """
 
 import contextlib
+import json
 import os
 import pathlib
 import pwd
@@ -53,6 +54,7 @@ class Machine:
                        "systemd/machines"):
             pathlib.Path("/run", folder).mkdir(parents=True)
         FOLDER.mkdir()
+        _forbid_writing_outside(build)
         self.prefix = FOLDER / prefix
         self.program_folder = self.prefix / "lib/tavconfiguration"
         self.program = self.program_folder / "TavConfiguration"
@@ -223,6 +225,20 @@ def as_user(command, **options):
 
 def _mount(*arguments):
     subprocess.run(["mount", *map(str, arguments)], check=True)
+
+
+def _forbid_writing_outside(build):
+    """All runs as root: what is mounted by now is read-only, but for the build and the folders that
+    the system itself fills."""
+    _mount("-t", "tmpfs", "-o", "mode=1777", "none", "/dev/shm")
+    _mount("--bind", build, build)
+    listed = subprocess.run(["findmnt", "--json", "--list", "--output", "TARGET"], check=True,
+                            capture_output=True, text=True).stdout
+    kept = [pathlib.Path(path).resolve() for path in ("/dev", "/proc", "/run", "/sys", build)]
+    for mounted in json.loads(listed)["filesystems"]:
+        folder = pathlib.Path(mounted["target"])
+        if not any(folder.is_relative_to(path) for path in kept):
+            _mount("-o", "remount,bind,ro", folder)
 
 
 def _private_copy(folder, kept):

@@ -33,6 +33,10 @@ class RootScenario(elevation_scenario.WindowScenario):
 
 
 class Root(RootScenario):
+    def test_nothing_outside_the_machine_can_be_changed(self):
+        for place in ("/", "/etc", "/usr", "/var", __file__):
+            self.assertTrue(os.statvfs(place).f_flag & os.ST_RDONLY, place)
+
     def test_first_launch_relaunches_the_tool_itself(self):
         launcher = self.start()
         self.assertEqual(launcher.wait(PATIENCE), 0)
