@@ -48,7 +48,11 @@ std::string InstalledProbe::withReadableSuppressions(const std::string& options)
 }
 
 InstalledProbe::InstalledProbe()
-    : m_environment{{"XDG_DATA_HOME", m_home.path()}, {"LANGUAGE", "en"}, {"PATH", "/usr/bin:/bin"}}
+    : m_environment{
+          {"XDG_DATA_HOME", m_home.path()},
+          {"TAV_COMMON_DATA_DIR", "/dev/null/none"},
+          {"LANGUAGE", "en"},
+          {"PATH", "/usr/bin:/bin"}}
 {
     for (const char* sanitizer : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS"})
         if (const char* options = std::getenv(sanitizer))
