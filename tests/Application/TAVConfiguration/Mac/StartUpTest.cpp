@@ -81,6 +81,17 @@ std::string executed(const std::string& program)
            "' flags 0 arguments ['--adminRights']\n";
 }
 
+/// The line of a configuration file ("TRACE_" or "LOG_") that lets messages of every type through.
+std::string everyType(const std::string& prefix)
+{
+    std::string line = prefix + "SET_MSG_FILTER";
+    for (const char* type :
+         {"DEBUG", "ERROR", "WARNING", "LEVEL_0", "LEVEL_1", "LEVEL_2", "LEVEL_3", "LEVEL_4",
+          "LEVEL_5"})
+        line.append(" ").append(prefix).append(type);
+    return line + "\n";
+}
+
 /// The messages and calls of a trace, without threads and indentation.
 std::string withoutThreads(const std::string& trace)
 {
@@ -271,6 +282,22 @@ TEST_F(StartUpTest, FreesTheAuthorizationAndTracesNothingMoreWhenTheRelaunchFail
             ">> [D] Execute process tool --adminRights\n\n" + executed("tool") + FREED);
     EXPECT_EQ(outcome.errors, "");
     EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(StartUpTest, TellsNothingOfAFailedRelaunchInNoCallAndOfNoType)
+{
+    traceStartUp("TRACE_THE_CALL askAndRelaunch\nTRACE_THE_CALL relaunch\n" + everyType("TRACE_"));
+    probe.folder().write(
+        "logger.cfg", "LOG_ON\n" + everyType("LOG_") + "LOG_SET_FILE_NAME console\n");
+    probe.setVariable("PROBE_EXECUTE", "-60031");
+
+    const auto outcome = probe.run({}, "tool");
+
+    EXPECT_EQ(
+        withoutThreads(outcome.output),
+        identity() + "TavConfiguration::Main\n\naskAndRelaunch\n\n" + firstLaunch() + CREATED +
+            ASKED + "relaunch\n\n>> [D] Execute process tool --adminRights\n\n" + executed("tool") +
+            FREED);
 }
 
 TEST_F(StartUpTest, WritesNoMessageWhereItsTypeIsOff)
