@@ -3,6 +3,7 @@
 #include "FileContent.h"
 #include "KFExceptionHandler.h"
 #include "KFExceptionListener.h"
+#include "KeptViolation.h"
 #include "Localizer.h"
 #include "Logger.h"
 #include "RecordingAuthorizationServices.h"
@@ -104,11 +105,6 @@ std::unique_ptr<AuthorizationServices> makeServices()
     services->executeStatus = status("PROBE_EXECUTE");
     return services;
 }
-
-/// Never made: reaches the code of a violation, which no report shows.
-struct KeptViolation : KFExceptionHandler {
-    static const std::string& code() { return m_ExceptParams["Code"]; }
-};
 
 class ReportPrinter : public KFExceptionListener {
 public:

@@ -535,6 +535,19 @@ TEST(Contract, ThatDoesNotHoldIsReportedByItsKind)
         "ASSERT VIOLATION : z - In File : A/B - At Line : 3");
 }
 
+/// The code is in no report.
+TEST(Contract, ThatDoesNotHoldKeepsTheCodeZero)
+{
+    for (const auto check : {&Contract::require, &Contract::ensure, &Contract::assertThat})
+        EXPECT_EXIT(
+            {
+                const BlockedViolations blocked;
+                check(false, "x", "F", 1);
+                _exit(KeptViolation::parameters().at("Code") == "0" ? 7 : 8);
+            },
+            testing::ExitedWithCode(7), "");
+}
+
 TEST(Contract, TellsTheLineOfTheCheckWhereNoOtherIsGiven)
 {
     const std::string reported = " VIOLATION : x - In File : A/B - At Line : ";

@@ -1,6 +1,8 @@
+#include "BlockedViolations.h"
 #include "ConfigurationFile.h"
 #include "CrashReport.h"
 #include "KFException.h"
+#include "KeptViolation.h"
 #include "Later.h"
 #include "LocalizedTexts.h"
 #include "MarkedCalls.h"
@@ -19,6 +21,7 @@
 #include <string>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace {
 
@@ -223,6 +226,17 @@ TEST_F(ApplicationTest, ExceptionOfTheProgramInTheWindowsSetUpEndsInItsReport)
                            "file Application/Common/Localizer/src/Mac/Localizer at line 188 - In "
                            "File : Application/Common/Localizer/src/Mac/Localizer - At Line : "
                            "188\n"));
+}
+
+TEST_F(ApplicationTest, ReportOfAnExceptionKeepsTheCodeZero)
+{
+    EXPECT_EXIT(
+        {
+            const BlockedViolations blocked;
+            TavConfigurationApplication::endWithReport(KFException("BROKEN", "Some/Unit", 12));
+            _exit(KeptViolation::code() == "0" ? 7 : 8);
+        },
+        testing::ExitedWithCode(7), "");
 }
 
 TEST_F(ApplicationTest, OtherExceptionInTheLoopEndsInTheReportOfTheAbort)
