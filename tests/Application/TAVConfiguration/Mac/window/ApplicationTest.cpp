@@ -155,6 +155,13 @@ TEST_F(ApplicationTest, LocalizerHasNoPresenterOnceTheWindowIsGone)
     EXPECT_FALSE(Localizer::getInstance()->MessageBox("Title", "nobody shows this"));
 }
 
+TEST_F(ApplicationTest, LocalizerKeepsItsTextsOnceTheWindowIsGone)
+{
+    run([] { click("cancelButton"); });
+
+    EXPECT_EQ(Localizer::getInstance()->getLocalizedString("SAVE_BUTTON"), "Save");
+}
+
 TEST_F(ApplicationTest, HasNameDesktopFileAndIcon)
 {
     QString name;
