@@ -66,6 +66,18 @@ TEST_F(LineOutputRing, GoesOnInTheFileWrittenLast)
     EXPECT_EQ(m_folder.read("app_1.txt"), "old\nnew\n");
 }
 
+TEST_F(LineOutputRing, GoesOnInAFileThatABackupHasGivenASecondName)
+{
+    addOldFile("app_0.txt", "old\n");
+    ASSERT_EQ(link(m_folder.file("app_0.txt").c_str(), m_folder.file("backup").c_str()), 0);
+    useRing();
+
+    printAndWrite("new\n");
+
+    EXPECT_EQ(m_folder.read("backup"), "old\nnew\n");
+    EXPECT_TRUE(m_output.isMutexFree());
+}
+
 TEST_F(LineOutputRing, GoesOnCountingTheLinesOfTheFileWrittenLast)
 {
     m_output.setMaxLinesPerFile(4);

@@ -330,6 +330,47 @@ TEST_P(RingFilesOpen, RefusesAFileOfTwoNamesInAnotherUsersFolder)
     EXPECT_EQ(m_folder.read("other"), "kept");
 }
 
+TEST_P(RingFilesOpen, RefusesAFileOfTwoNamesThatAnotherFileReplacesMeanwhile)
+{
+    const std::string path = m_folder.write("app_0.txt", "kept");
+    ASSERT_EQ(link(path.c_str(), m_folder.file("other").c_str()), 0);
+    SystemCallFaults faults;
+    faults.interrupt("fstatat", "app_0.txt", [this, &path] {
+        std::filesystem::remove(path);
+        m_folder.write("app_0.txt", "kept too");
+    });
+
+    EXPECT_EQ(RingFiles::open(path, GetParam()), nullptr);
+    EXPECT_EQ(m_folder.read("other"), "kept");
+    EXPECT_EQ(m_folder.read("app_0.txt"), "kept too");
+}
+
+TEST_P(RingFilesOpen, RefusesAFileOfTwoNamesWhoseNameIsMeanwhileOneOfAnotherDevice)
+{
+    const std::string path = m_folder.write("app_0.txt", "kept");
+    ASSERT_EQ(link(path.c_str(), m_folder.file("other").c_str()), 0);
+    struct stat status {};
+    ASSERT_EQ(stat(path.c_str(), &status), 0);
+    SystemCallFaults faults;
+    faults.claimDevice("app_0.txt", status.st_dev + 1);
+
+    EXPECT_EQ(RingFiles::open(path, GetParam()), nullptr);
+    EXPECT_EQ(m_folder.read("other"), "kept");
+}
+
+TEST_P(RingFilesOpen, OpensAFileOfTwoNamesInTheCurrentFolder)
+{
+    const std::string backup = m_folder.write("backup", "");
+    ASSERT_EQ(link(backup.c_str(), m_folder.file("app_0.txt").c_str()), 0);
+    const std::filesystem::path former = std::filesystem::current_path();
+    std::filesystem::current_path(m_folder.path());
+
+    writeThrough(RingFiles::open("app_0.txt", GetParam()), "new\n");
+
+    std::filesystem::current_path(former);
+    EXPECT_EQ(m_folder.read("backup"), "new\n");
+}
+
 TEST_P(RingFilesOpen, CannotOpenAFifoAndDoesNotWaitForItsReader)
 {
     ASSERT_EQ(mkfifo(m_folder.file("app_0.txt").c_str(), 0600), 0);
