@@ -447,12 +447,68 @@ TEST_F(StartUpCalls, OfAFallbackToTheEnglishTextsAreMarkedInTheirOrder)
     probe.setVariable("PROBE_CALLS", "1");
     probe.setVariable("LANGUAGE", "pt");
 
-    const auto outcome = probe.run();
+    const std::vector<std::string> calls = callsOfProbe(probe.run());
 
+    const auto begin = std::ranges::find(calls, "  loadTexts");
+    const auto end = std::find(begin, calls.end(), "  logArguments");
     EXPECT_THAT(
-        callsOfProbe(outcome),
-        testing::Contains("    void Localizer::initialize(std::string)").Times(2));
+        std::vector(begin, end),
+        ElementsAre(
+            "  loadTexts", "    Localizer::getInstance",
+            "    void Localizer::initialize(std::string)", "    KFLocalizerException::toString",
+            "    void Localizer::initialize(std::string)",
+            "    KFLocalizerFileNotFoundException::destructor",
+            "    KFLocalizerException::destructor"));
 }
+
+/// An operation that fails, and the calls behind those that all launches have in common.
+struct FailedOperation {
+    const char* status; // its variable
+    std::vector<std::string> arguments;
+    std::vector<std::string> calls;
+
+    friend void PrintTo(const FailedOperation& operation, std::ostream* out)
+    {
+        *out << operation.status;
+    }
+};
+
+class FailedOperationCalls : public StartUpCalls,
+                             public testing::WithParamInterface<FailedOperation> {};
+
+TEST_P(FailedOperationCalls, AreMarkedFromTheFirstToTheLast)
+{
+    InstalledProbe probe;
+    probe.setVariable("PROBE_CALLS", "1");
+    probe.setVariable(GetParam().status, "-60008");
+
+    const auto outcome = probe.run(GetParam().arguments);
+
+    EXPECT_THAT(callsOfProbe(outcome), isCommonCallsAnd(GetParam().calls));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    StartUp, FailedOperationCalls,
+    testing::Values(
+        FailedOperation{
+            "PROBE_CREATE",
+            {},
+            {"  askAndRelaunch", "  RecordingAuthorizationServices::destructor"}},
+        FailedOperation{
+            "PROBE_CREATE",
+            {"--adminRights"},
+            {"  runElevated", "    administratorRights",
+             "  RecordingAuthorizationServices::destructor"}},
+        FailedOperation{
+            "PROBE_COPY_RIGHTS",
+            {},
+            {"  askAndRelaunch", "    administratorRights",
+             "  RecordingAuthorizationServices::destructor"}},
+        FailedOperation{
+            "PROBE_EXECUTE",
+            {},
+            {"  askAndRelaunch", "    administratorRights", "    relaunch",
+             "  RecordingAuthorizationServices::destructor"}}));
 
 TEST_F(StartUpCalls, OfAStartThatFailsAreMarkedFromTheFirstToTheLast)
 {
