@@ -3,11 +3,9 @@
 #include "MarkedCalls.h"
 #include "MessageBoxAlertPresenter.h"
 #include "MnemonicAssigner.h"
-#include "NetworkFile.h"
 #include "TAV_AdminAppDelegate.h"
 
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -23,15 +21,6 @@ class ControllerCalls : public testing::TestWithParam<MarkedCall<Controller>> {
 protected:
     ConfigurationWindow window{"", ""};
 };
-
-/// The calls of the trace, at whatever depth.
-std::set<std::string> namesIn(const std::string& trace)
-{
-    std::set<std::string> names;
-    for (const std::string& call : callsIn(trace))
-        names.insert(call.substr(call.find_first_not_of(' ')));
-    return names;
-}
 
 } // namespace
 
@@ -89,37 +78,6 @@ TEST_F(ControllerCalls, OfBrowsingHandTheChoiceThroughTheModel)
     EXPECT_THAT(calls, Contains("  TavConfigurationController::browse"));
     EXPECT_THAT(calls, Contains("    TavConfigurationModel::onBrowseAction"));
     EXPECT_THAT(calls, Contains("      TavConfigurationController::browseAction"));
-}
-
-TEST_F(ControllerCalls, OfTheSetUpAreMarkedDownToItsHelpers)
-{
-    const PublishedTracer tracer;
-
-    const ConfigurationWindow another(NetworkFile{.address = "1"}.bytes(), "");
-
-    const std::set<std::string> names = namesIn(tracer.lines());
-    for (const char* const name :
-         {"TavConfigurationController::connectActions",
-          "TavConfigurationController::showVpnChoice",
-          "TavConfigurationController::showMonitoringChoice",
-          "TavConfigurationController::enableVpn",
-          "TavConfigurationController::colourVpnLabels",
-          "TavConfigurationController::indentChoices",
-          "TavConfigurationController::fitWindow",
-          "TavConfigurationController::keepTextsWhole",
-          "ValueField::admit",
-          "ValueField::showUnchecked",
-          "WindowTexts::show",
-          "showText",
-          "showTitle",
-          "localized",
-          "nameFields",
-          "nameWithin",
-          "assignMnemonics",
-          "MnemonicAssigner::assign",
-          "MnemonicAssigner::literal",
-          "MnemonicAssigner::freeLetter"})
-        EXPECT_THAT(names, Contains(name));
 }
 
 TEST(WindowCalls, OfTheDelegateAreMarkedWithTheirNameAndDelegate)
