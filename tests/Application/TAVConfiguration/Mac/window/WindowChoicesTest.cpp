@@ -131,7 +131,7 @@ TEST(WindowChoices, GrayIsReadableAndFarFromBlack)
         const QColor gray = window.outlet(name).palette().color(QPalette::WindowText);
         const double contrast = contrastOn(palette.color(QPalette::Window), gray);
 
-        EXPECT_GE(contrast, 3.0) << name;
+        EXPECT_GE(contrast, 4.5) << name;
         EXPECT_LT(
             contrast,
             contrastOn(palette.color(QPalette::Window), palette.color(QPalette::WindowText)) / 3)
