@@ -1,5 +1,6 @@
 #include "Allocations.h"
 #include "Dictionary.h"
+#include "RecordingItem.h"
 
 #include <string>
 
@@ -18,9 +19,35 @@ TEST(UntracedDictionaryCalls, AllocateNothing)
     const Allocations allocations;
     tree.getItem(path);
     tree.getItem(missing);
+    tree.getValue(path);
+    tree.findItem(path);
+    tree.findValue(path);
     tree.doRemoveItem(path);
 
     EXPECT_EQ(allocations.count(), 0);
+}
+
+TEST(UntracedDictionaryCalls, DescribeNoItem)
+{
+    RecordingItem::Record record;
+    RecordingItem item(record);
+    Dictionary source;
+    source.setItem("inner.a", item);
+    source.setItem("inner.b.c", item);
+    Dictionary tree;
+
+    tree.setItem("inner.a", item);
+    tree.addDictionary("inner", source);
+    tree.mergeDictionary(source);
+    tree.findItem("a");
+    tree.findItem("inner.a");
+    tree.findValue("a");
+    tree.findItems("a");
+    tree.findValues("a");
+
+    EXPECT_EQ(record.described, 0);
+    tree.toString("");
+    EXPECT_GT(record.described, 0) << "the tree holds some";
 }
 
 } // namespace

@@ -14,6 +14,7 @@ public:
     struct Record {
         int cloned = 0;
         int destroyed = 0;
+        int described = 0;
         /// Makes every clone() answer NULL.
         bool cloneFails = false;
     };
@@ -35,7 +36,11 @@ public:
     Item* getItem(const std::string& /*path*/) const override { return nullptr; }
     Item* getItem(const char* /*path*/) const override { return nullptr; }
     std::string marshall(const std::string& indent) override { return indent + "<recording>\n"; }
-    std::string toString(const std::string& indent) override { return indent + "recording\n"; }
+    std::string toString(const std::string& indent) override
+    {
+        ++m_record.described;
+        return indent + "recording\n";
+    }
     void unMarshall(std::stringstream& /*in*/) override {}
 
 private:
