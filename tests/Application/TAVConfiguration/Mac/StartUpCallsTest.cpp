@@ -1,6 +1,7 @@
 #include "AccessibilityBus.h"
 #include "AuthorizationFailure.h"
 #include "DetachedStandardError.h"
+#include "DirectStart.h"
 #include "DisplayCookie.h"
 #include "ElevatedDisplay.h"
 #include "ElevatedEnvironment.h"
@@ -10,6 +11,7 @@
 #include "KeptSignalAction.h"
 #include "MarkedCalls.h"
 #include "Pipe.h"
+#include "PkexecStart.h"
 #include "PolkitAuthorizationServices.h"
 #include "PolkitClient.h"
 #include "PrivilegedLauncher.h"
@@ -28,6 +30,7 @@
 #include <regex>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -243,14 +246,17 @@ TEST_F(StartUpCalls, CountEachObjectFromConstructorToDestructor)
     expectCounted("PolkitAuthorizationServices", [] {
         return std::make_unique<PolkitAuthorizationServices>();
     });
-    expectCounted("PrivilegedLauncher", [] { return std::make_unique<PrivilegedLauncher>(""); });
+    expectCounted("PkexecStart", [] { return std::make_unique<PkexecStart>("/bin/true"); });
+    expectCounted("PrivilegedLauncher", [] {
+        return std::make_unique<PrivilegedLauncher>(std::make_unique<DirectStart>());
+    });
     expectCounted("ProgramStart", [] { return std::make_unique<ProgramStart>(); });
     expectCounted("XDisplay", [] { return std::make_unique<XDisplay>(); });
 }
 
 TEST_F(StartUpCalls, OfALaunchAreMarkedWithTheLauncher)
 {
-    const PrivilegedLauncher launcher("");
+    const PrivilegedLauncher launcher(std::make_unique<DirectStart>());
     PublishedTracer tracer;
     tracer->setPrintObjects(true);
     const std::array<const char*, 1> none{nullptr};
@@ -262,10 +268,8 @@ TEST_F(StartUpCalls, OfALaunchAreMarkedWithTheLauncher)
     waitpid(-1, nullptr, 0);
     EXPECT_THAT(
         tracer.lines(), testing::StartsWith(entryLine("PrivilegedLauncher::launch", &launcher)));
-    for (const char* const step :
-         {"PrivilegedLauncher::commandFor", "PrivilegedLauncher::start",
-          "PrivilegedLauncher::hasBegun"})
-        EXPECT_THAT(tracer.lines(), HasSubstr(entryLine(std::string("  ") + step, &launcher)));
+    EXPECT_THAT(tracer.lines(), HasSubstr(entryLine("  PrivilegedLauncher::start", &launcher)));
+    EXPECT_THAT(tracer.lines(), HasSubstr(entryLine("    PrivilegedLauncher::run", &launcher)));
 }
 
 /// The environment holds one variable that the elevator would refuse.
@@ -280,9 +284,10 @@ protected:
     }
 
     /// The calls of a launch of the program.
-    static std::vector<std::string> launch(const std::string& elevator, const std::string& program)
+    static std::vector<std::string> launch(
+        std::unique_ptr<const StartMethod> method, const std::string& program)
     {
-        const PrivilegedLauncher launcher(elevator);
+        const PrivilegedLauncher launcher(std::move(method));
         const PublishedTracer tracer;
         const std::array<const char*, 1> none{nullptr};
         std::FILE* output = nullptr;
@@ -305,29 +310,30 @@ private:
 TEST_F(StartUpLaunchCalls, AreMarkedInTheirOrder)
 {
     EXPECT_THAT(
-        launch("", "/bin/true"),
+        launch(std::make_unique<DirectStart>(), "/bin/true"),
         ElementsAre(
-            "PrivilegedLauncher::launch", "  Pipe::open", "  Pipe::open",
-            "  PrivilegedLauncher::commandFor", "  PrivilegedLauncher::start",
-            "    ProgramStart::constructor", "    ProgramStart::useAsOutput",
-            "    ProgramStart::start", "    ProgramStart::destructor",
-            "  PrivilegedLauncher::hasBegun"));
+            "PrivilegedLauncher::launch", "  DirectStart::commandFor",
+            "  PrivilegedLauncher::start", "    Pipe::open", "    Pipe::open",
+            "    PrivilegedLauncher::run", "      ProgramStart::constructor",
+            "      ProgramStart::useAsOutput", "      DirectStart::prepare",
+            "      ProgramStart::start", "      ProgramStart::destructor",
+            "    DirectStart::await"));
 }
 
 TEST_F(StartUpLaunchCalls, OfOneThatIsRefusedAreMarkedInTheirOrder)
 {
     EXPECT_THAT(
-        launch(TAV_FAKE_ELEVATOR, "/bin/true"),
+        launch(std::make_unique<PkexecStart>(TAV_FAKE_ELEVATOR), "/bin/true"),
         ElementsAre(
-            "PrivilegedLauncher::launch", "  Pipe::open", "  Pipe::open",
-            "  PrivilegedLauncher::commandFor", "  PrivilegedLauncher::start",
-            "    ProgramStart::constructor", "    ProgramStart::useAsOutput",
-            "    ProgramStart::keepOpen", "    ProgramStart::leaveOutOfEnvironment",
-            "    ElevatedEnvironment::dispensable", "      ElevatedEnvironment::mayHold",
-            "    ProgramStart::leaveOutOfEnvironment", "    ProgramStart::start",
-            "    ProgramStart::destructor", "  PrivilegedLauncher::hasBegun",
-            "    hasBecomeProgram", "  statusOfEnd", "    cannotStart",
-            "      AuthorizationFailure::tell"));
+            "PrivilegedLauncher::launch", "  PkexecStart::commandFor",
+            "  PrivilegedLauncher::start", "    Pipe::open", "    Pipe::open",
+            "    PrivilegedLauncher::run", "      ProgramStart::constructor",
+            "      ProgramStart::useAsOutput", "      PkexecStart::prepare",
+            "        ProgramStart::keepOpen", "        ProgramStart::leaveOutOfEnvironment",
+            "        ElevatedEnvironment::dispensable", "          ElevatedEnvironment::mayHold",
+            "        ProgramStart::leaveOutOfEnvironment", "      ProgramStart::start",
+            "      ProgramStart::destructor", "    PkexecStart::await", "      hasBecomeProgram",
+            "      outcomeOfEnd", "  AuthorizationFailure::tell"));
 }
 
 TEST_F(StartUpCalls, OfHelpersAreMarkedInsideTheirCaller)

@@ -1,9 +1,12 @@
 #include "PolkitAuthorizationServices.h"
 
 #include "AuthorizationFailure.h"
+#include "AuthorizationOutcome.h"
 #include "CallMarker.h"
+#include "DirectStart.h"
 #include "ElevatedDisplay.h"
 #include "FileSystemManagement.h"
+#include "PkexecStart.h"
 #include "PolkitClient.h"
 #include "ProgramPath.h"
 
@@ -29,37 +32,45 @@ bool areKnown(const AuthorizationRights& rights)
         rights, [](const AuthorizationRight& right) { return right.name == ADMINISTRATOR_RIGHT; });
 }
 
+std::unique_ptr<const StartMethod> startMethod()
+{
+    CallMarker marker("startMethod");
+    if (isRoot())
+        return std::make_unique<DirectStart>();
+    return std::make_unique<PkexecStart>(PKEXEC);
+}
+
 AuthorizationStatus cannotGetRights(AuthorizationStatus status, const std::string& reason)
 {
     CallMarker marker("cannotGetRights");
     return AuthorizationFailure::tell(status, "get administrator rights", reason);
 }
 
-AuthorizationStatus statusOf(const PolkitClient::Answer& answer)
+/// The reason is empty where the user knows it.
+AuthorizationOutcome outcomeOf(const PolkitClient::Answer& answer)
 {
-    CallMarker marker("statusOf");
     switch (answer.verdict) {
     case PolkitClient::Verdict::granted:
-        return AuthorizationStatus::success;
+        return {AuthorizationStatus::success};
     case PolkitClient::Verdict::dismissed:
-        return AuthorizationStatus::canceled;
+        return {AuthorizationStatus::canceled};
     case PolkitClient::Verdict::refused:
-        return cannotGetRights(AuthorizationStatus::denied, "the request was refused");
+        return {AuthorizationStatus::denied, "the request was refused"};
     case PolkitClient::Verdict::nobodyToAsk:
-        return cannotGetRights(
+        return {
             AuthorizationStatus::interactionNotAllowed,
-            "a password is needed, but no authentication agent runs in this session");
+            "a password is needed, but no authentication agent runs in this session"};
     case PolkitClient::Verdict::unavailable:
         break;
     }
-    return cannotGetRights(
+    return {
         AuthorizationStatus::internal,
-        "the authorization service (polkit) cannot be used: " + answer.reason);
+        "the authorization service (polkit) cannot be used: " + answer.reason};
 }
 
 } // namespace
 
-PolkitAuthorizationServices::PolkitAuthorizationServices() : m_launcher(isRoot() ? "" : PKEXEC)
+PolkitAuthorizationServices::PolkitAuthorizationServices() : m_launcher(startMethod())
 {
     CallMarker marker(
         "PolkitAuthorizationServices", "PolkitAuthorizationServices::constructor", true, this);
@@ -97,7 +108,8 @@ AuthorizationStatus PolkitAuthorizationServices::AuthorizationCopyRights(
     const bool mayAskUser = (flags & AuthorizationFlag::INTERACTION_ALLOWED) != 0;
     const PolkitClient::Answer answer = PolkitClient::check(ACTION, mayAskUser);
     authorization.keptGrant = answer.grant;
-    return statusOf(answer);
+    const auto [status, reason] = outcomeOf(answer);
+    return reason.empty() ? status : cannotGetRights(status, reason);
 }
 
 AuthorizationStatus PolkitAuthorizationServices::AuthorizationExecuteWithPrivileges(

@@ -1,9 +1,11 @@
 #include "GrantingAuthorizationServices.h"
 
 #include "CallMarker.h"
+#include "DirectStart.h"
 #include "ProgramPath.h"
 
-GrantingAuthorizationServices::GrantingAuthorizationServices() : m_launcher("")
+GrantingAuthorizationServices::GrantingAuthorizationServices()
+    : m_launcher(std::make_unique<DirectStart>())
 {
     CallMarker marker(
         "GrantingAuthorizationServices", "GrantingAuthorizationServices::constructor", true, this);

@@ -1,5 +1,7 @@
 #include "PrivilegedLauncher.h"
 
+#include "DirectStart.h"
+#include "PkexecStart.h"
 #include "ScopedEnvironment.h"
 #include "SystemCallFaults.h"
 #include "TemporaryFolder.h"
@@ -96,7 +98,7 @@ protected:
     TemporaryFolder folder;
     ScopedEnvironment answerVariable{"FAKE_ELEVATOR", "grant"};
     ScopedEnvironment recordVariable{"FAKE_ELEVATOR_RECORD", folder.file("record")};
-    std::optional<PrivilegedLauncher> launcher{TAV_FAKE_ELEVATOR};
+    std::optional<PrivilegedLauncher> launcher{std::make_unique<PkexecStart>(TAV_FAKE_ELEVATOR)};
     std::FILE* output = stdin; // which no launch must leave there
     std::string errors;
 };
@@ -227,7 +229,7 @@ TEST_F(PrivilegedLauncherTest, ExplainsAProgramThatTheElevatorCannotStart)
 
 TEST_F(PrivilegedLauncherTest, ExplainsAMissingElevator)
 {
-    launcher.emplace("/missing/pkexec");
+    launcher.emplace(std::make_unique<PkexecStart>("/missing/pkexec"));
 
     EXPECT_EQ(launch("/bin/echo"), AuthorizationStatus::toolExecuteFailure);
 
@@ -238,7 +240,7 @@ TEST_F(PrivilegedLauncherTest, ExplainsAMissingElevator)
 
 TEST_F(PrivilegedLauncherTest, StartsDirectlyWithoutAnElevator)
 {
-    launcher.emplace("");
+    launcher.emplace(std::make_unique<DirectStart>());
 
     EXPECT_EQ(launch("/bin/echo", {"a", "b"}), AuthorizationStatus::success);
 
@@ -248,7 +250,7 @@ TEST_F(PrivilegedLauncherTest, StartsDirectlyWithoutAnElevator)
 
 TEST_F(PrivilegedLauncherTest, TakesAProgramStartedDirectlyAsBegunHoweverItEnds)
 {
-    launcher.emplace("");
+    launcher.emplace(std::make_unique<DirectStart>());
 
     for (const char* const end : {"exit 126", "exit 127", "kill -9 $$"}) {
         EXPECT_EQ(launch("/bin/sh", {"-c", end}), AuthorizationStatus::success) << end;
@@ -259,7 +261,7 @@ TEST_F(PrivilegedLauncherTest, TakesAProgramStartedDirectlyAsBegunHoweverItEnds)
 
 TEST_F(PrivilegedLauncherTest, ExplainsAProgramThatCannotBeStartedDirectly)
 {
-    launcher.emplace("");
+    launcher.emplace(std::make_unique<DirectStart>());
 
     EXPECT_EQ(launch("/missing/tool"), AuthorizationStatus::toolExecuteFailure);
 
@@ -317,7 +319,7 @@ TEST_F(PrivilegedLauncherTest, LetsNoOtherDescriptorThrough)
 
 TEST_F(PrivilegedLauncherTest, LetsNoOtherDescriptorThroughToAProgramStartedDirectly)
 {
-    launcher.emplace("");
+    launcher.emplace(std::make_unique<DirectStart>());
     const std::array<const char*, 2> arguments{"/proc/self/fd", nullptr};
     // Those of whoever started the test are none of the launcher's.
     close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
