@@ -16,8 +16,8 @@
 
 namespace {
 
-constexpr mode_t folderMode = S_IRWXU | S_IRWXG | S_IRWXO;
-constexpr mode_t fileMode = S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH;
+constexpr mode_t FOLDER_MODE = S_IRWXU | S_IRWXG | S_IRWXO;
+constexpr mode_t FILE_MODE = S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH;
 
 std::string dataFolder(const std::string& path)
 {
@@ -93,7 +93,7 @@ bool copyEntry(
     if (stat(from.c_str(), &status) != 0)
         return false;
     if (S_ISDIR(status.st_mode)) {
-        if (mkdir(to.c_str(), folderMode) != 0 && errno != EEXIST)
+        if (mkdir(to.c_str(), FOLDER_MODE) != 0 && errno != EEXIST)
             return false;
         FileSystemManagement::copyFolder(from, to, fixed);
     } else if (S_ISREG(status.st_mode) && name.find(fixed) != std::string::npos) {
@@ -168,7 +168,7 @@ bool FileSystemManagement::existFolder(const std::string& path)
 bool FileSystemManagement::createFolder(const std::string& path)
 try {
     return makeEachFolder(path, [](const std::string& folder) {
-        return existFolder(folder) || mkdir(folder.c_str(), folderMode) == 0;
+        return existFolder(folder) || mkdir(folder.c_str(), FOLDER_MODE) == 0;
     });
 } catch (const std::exception&) {
     return false;
@@ -189,7 +189,7 @@ try {
         return false;
     const bool separated = folder.ends_with('/') || folder.ends_with('\\');
     const std::string path = folder + (separated ? "" : "/") + name;
-    const RegularFile created(AT_FDCWD, path, O_WRONLY | O_APPEND | O_CREAT, fileMode);
+    const RegularFile created(AT_FDCWD, path, O_WRONLY | O_APPEND | O_CREAT, FILE_MODE);
     return true;
 } catch (const std::exception&) {
     return false;
@@ -199,7 +199,7 @@ bool FileSystemManagement::Copy(const std::string& source, const std::string& de
 try {
     if (source.empty())
         return false;
-    const RegularFile target(AT_FDCWD, destination, O_WRONLY | O_CREAT | O_TRUNC, fileMode);
+    const RegularFile target(AT_FDCWD, destination, O_WRONLY | O_CREAT | O_TRUNC, FILE_MODE);
     const RegularFile origin(AT_FDCWD, source, O_RDONLY);
     target.write(origin.readAll());
     return true;

@@ -13,7 +13,7 @@
 namespace {
 
 // Far above any card; what holds more is none.
-constexpr std::size_t longestCard = std::size_t{16} * 1024 * 1024;
+constexpr std::size_t LONGEST_CARD = std::size_t{16} * 1024 * 1024;
 
 } // namespace
 
@@ -31,7 +31,7 @@ bool IDCardReader::readIDCard()
 try {
     CallMarker marker("bool IDCardReader::readIDCard()", this);
     const std::optional<std::string> card =
-        SafeFile::read(m_directory + "ID.txt", SafeFile::Links::follow, longestCard);
+        SafeFile::read(m_directory + "ID.txt", SafeFile::Links::follow, LONGEST_CARD);
     if (!card)
         return false;
 

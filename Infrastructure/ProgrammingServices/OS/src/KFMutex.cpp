@@ -5,14 +5,14 @@
 namespace {
 
 #ifdef TAV_HAS_MUTEX_CLOCKLOCK
-constexpr clockid_t c_clock = CLOCK_MONOTONIC;
+constexpr clockid_t CLOCK = CLOCK_MONOTONIC;
 
 int lockUntil(pthread_mutex_t& mutex, const std::timespec& deadline)
 {
-    return pthread_mutex_clocklock(&mutex, c_clock, &deadline);
+    return pthread_mutex_clocklock(&mutex, CLOCK, &deadline);
 }
 #else
-constexpr clockid_t c_clock = CLOCK_REALTIME;
+constexpr clockid_t CLOCK = CLOCK_REALTIME;
 
 int lockUntil(pthread_mutex_t& mutex, const std::timespec& deadline)
 {
@@ -54,7 +54,7 @@ bool KFMutex::tryacquire()
 bool KFMutex::acquireWithin(unsigned int seconds)
 {
     std::timespec deadline{};
-    clock_gettime(c_clock, &deadline);
+    clock_gettime(CLOCK, &deadline);
     deadline.tv_sec += seconds;
     return lockUntil(m_mutex, deadline) == 0;
 }

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr const char* c_unit = "Infrastructure/ProgrammingServices/OS/src/KFThread";
+constexpr const char* UNIT = "Infrastructure/ProgrammingServices/OS/src/KFThread";
 
 /// That whose body the calling thread is; null on all other threads.
 thread_local const KFThread* t_current = nullptr;
@@ -21,12 +21,12 @@ KFThread::KFThread(const char* name)
     if (name != nullptr)
         m_name = name;
     m_hasAttributes = Contract::require(
-        pthread_attr_init(&m_attr) == 0, "!pthread_attr_init(&m_attr)", c_unit, 46);
+        pthread_attr_init(&m_attr) == 0, "!pthread_attr_init(&m_attr)", UNIT, 46);
     if (!m_hasAttributes)
         return;
     Contract::require(
         pthread_attr_setdetachstate(&m_attr, PTHREAD_CREATE_JOINABLE) == 0,
-        "!pthread_attr_setdetachstate(&m_attr, PTHREAD_CREATE_JOINABLE)", c_unit, 47);
+        "!pthread_attr_setdetachstate(&m_attr, PTHREAD_CREATE_JOINABLE)", UNIT, 47);
 }
 
 KFThread::~KFThread()
@@ -81,7 +81,7 @@ void KFThread::sleep(unsigned int seconds)
 
 void* KFThread::threadStart(void* argument)
 {
-    if (!Contract::require(argument != nullptr, "arg != NULL", c_unit, 156))
+    if (!Contract::require(argument != nullptr, "arg != NULL", UNIT, 156))
         return nullptr;
     auto* const thread = static_cast<KFThread*>(argument);
     t_current = thread;
