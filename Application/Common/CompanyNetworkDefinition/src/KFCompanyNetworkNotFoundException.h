@@ -3,12 +3,13 @@
 #include "KFException.h"
 
 /// No company network has the display name asked for.
-class KFCompanyNetworkNotFoundException : public KFException {
+class KFCompanyNetworkNotFoundException
+    : public KFNamedException<"KFCompanyNetworkNotFoundException", KFException> {
 public:
-    KFCompanyNetworkNotFoundException(const std::string& fileName, int line);
-    KFCompanyNetworkNotFoundException(const KFCompanyNetworkNotFoundException& other);
-    KFCompanyNetworkNotFoundException& operator=(const KFCompanyNetworkNotFoundException&) = delete;
-    ~KFCompanyNetworkNotFoundException() override;
+    KFCompanyNetworkNotFoundException(const std::string& fileName, int line)
+        : KFNamedException("COMPANY_NOT_FOUND", fileName, line)
+    {
+    }
 
     std::string toString() const override;
 };

@@ -3,11 +3,11 @@
 #include "KFLocalizerException.h"
 
 /// The localizer was initialised twice, be it with the same file.
-class KFLocalizerAlreadyInitializedException : public KFLocalizerException {
+class KFLocalizerAlreadyInitializedException
+    : public KFNamedException<"KFLocalizerAlreadyInitializedException", KFLocalizerException> {
 public:
-    KFLocalizerAlreadyInitializedException(const std::string& fileName, int line);
-    KFLocalizerAlreadyInitializedException(const KFLocalizerAlreadyInitializedException& other);
-    KFLocalizerAlreadyInitializedException& operator=(
-        const KFLocalizerAlreadyInitializedException&) = delete;
-    ~KFLocalizerAlreadyInitializedException() override;
+    KFLocalizerAlreadyInitializedException(const std::string& fileName, int line)
+        : KFNamedException("LOCALIZER_ALREADY_INITIALIZED", fileName, line)
+    {
+    }
 };

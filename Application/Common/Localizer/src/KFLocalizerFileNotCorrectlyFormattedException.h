@@ -3,12 +3,12 @@
 #include "KFLocalizerException.h"
 
 /// The localization file is not UTF-8 text: the only format error there is.
-class KFLocalizerFileNotCorrectlyFormattedException : public KFLocalizerException {
+class KFLocalizerFileNotCorrectlyFormattedException
+    : public KFNamedException<
+          "KFLocalizerFileNotCorrectlyFormattedException", KFLocalizerException> {
 public:
-    KFLocalizerFileNotCorrectlyFormattedException(const std::string& fileName, int line);
-    KFLocalizerFileNotCorrectlyFormattedException(
-        const KFLocalizerFileNotCorrectlyFormattedException& other);
-    KFLocalizerFileNotCorrectlyFormattedException& operator=(
-        const KFLocalizerFileNotCorrectlyFormattedException&) = delete;
-    ~KFLocalizerFileNotCorrectlyFormattedException() override;
+    KFLocalizerFileNotCorrectlyFormattedException(const std::string& fileName, int line)
+        : KFNamedException("FILE_NOT_CORRECTLY_FORMATTED", fileName, line)
+    {
+    }
 };

@@ -3,10 +3,11 @@
 #include "KFLocalizerException.h"
 
 /// The localization file cannot be opened.
-class KFLocalizerFileNotFoundException : public KFLocalizerException {
+class KFLocalizerFileNotFoundException
+    : public KFNamedException<"KFLocalizerFileNotFoundException", KFLocalizerException> {
 public:
-    KFLocalizerFileNotFoundException(const std::string& fileName, int line);
-    KFLocalizerFileNotFoundException(const KFLocalizerFileNotFoundException& other);
-    KFLocalizerFileNotFoundException& operator=(const KFLocalizerFileNotFoundException&) = delete;
-    ~KFLocalizerFileNotFoundException() override;
+    KFLocalizerFileNotFoundException(const std::string& fileName, int line)
+        : KFNamedException("LOCALIZATION_FILE_NOT_FOUND", fileName, line)
+    {
+    }
 };

@@ -3,11 +3,11 @@
 #include "KFLocalizerException.h"
 
 /// A text was asked for before a localization file was loaded.
-class KFLocalizerNotInitializedException : public KFLocalizerException {
+class KFLocalizerNotInitializedException
+    : public KFNamedException<"KFLocalizerNotInitializedException", KFLocalizerException> {
 public:
-    KFLocalizerNotInitializedException(const std::string& fileName, int line);
-    KFLocalizerNotInitializedException(const KFLocalizerNotInitializedException& other);
-    KFLocalizerNotInitializedException& operator=(const KFLocalizerNotInitializedException&) =
-        delete;
-    ~KFLocalizerNotInitializedException() override;
+    KFLocalizerNotInitializedException(const std::string& fileName, int line)
+        : KFNamedException("LOCALIZER_NOT_INITIALIZED", fileName, line)
+    {
+    }
 };

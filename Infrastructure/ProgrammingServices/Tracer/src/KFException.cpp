@@ -9,6 +9,11 @@ KFException::KFException(std::string description, std::string fileName, int line
 
 std::string KFException::toString() const
 {
-    return "Exception : " + m_description + " on file " + m_fileName + " line " +
+    return report("Exception", "line");
+}
+
+std::string KFException::report(const char* kind, const char* beforeLine) const
+{
+    return kind + (" : " + m_description) + " on file " + m_fileName + " " + beforeLine + " " +
            std::to_string(m_line);
 }
