@@ -3,6 +3,7 @@
 #include "CallMarker.h"
 #include "CompanyNetworkConstants.h"
 #include "Contract.h"
+#include "Sections.h"
 
 namespace {
 
@@ -49,9 +50,9 @@ CompanyNetworkDefinition& CompanyNetworkDefinition::operator=(const CompanyNetwo
         return *this;
     m_dictionaryName = other.m_dictionaryName;
     m_companyName = other.m_companyName;
-    m_publicVPN = copySection(other.m_publicVPN);
-    m_monitoring = copySection(other.m_monitoring);
-    m_dedicatedAPN = copySection(other.m_dedicatedAPN);
+    m_publicVPN = copySection(other.m_publicVPN.get());
+    m_monitoring = copySection(other.m_monitoring.get());
+    m_dedicatedAPN = copySection(other.m_dedicatedAPN.get());
     return *this;
 }
 
@@ -170,17 +171,8 @@ void CompanyNetworkDefinition::updateDedicatedApn(
     const std::string& proxyAddress, const std::string& proxyPort)
 {
     CallMarker marker("CompanyNetworkDefinition::updateDedicatedApn", this);
-    Dictionary dictionary(COMPANY_NETWORK_DEDICATEDAPN);
-    dictionary.addValue(COMPANY_NETWORK_DEDICATEDAPN_APN, apn);
-    dictionary.addValue(
-        COMPANY_NETWORK_DEDICATEDAPN_USERSPECIFIC_CREDENTIALS,
-        DictionaryConfiguration::toText(userSpecificCredentials));
-    dictionary.addValue(COMPANY_NETWORK_DEDICATEDAPN_LOGIN, login);
-    dictionary.addValue(COMPANY_NETWORK_DEDICATEDAPN_PASSWORD, password);
-    dictionary.addValue(COMPANY_NETWORK_DEDICATEDAPN_DNS1, dns1);
-    dictionary.addValue(COMPANY_NETWORK_DEDICATEDAPN_DNS2, dns2);
-    Dictionary proxy = ProxyConfiguration::makeDictionary(proxyAddress, proxyPort);
-    dictionary.setItem(COMPANY_NETWORK_DEDICATEDAPN_PROXY, proxy);
+    Dictionary dictionary = DedicatedAPNConfiguration::makeDictionary(
+        apn, userSpecificCredentials, login, password, dns1, dns2, proxyAddress, proxyPort);
     m_dedicatedAPN = std::make_unique<DedicatedAPNConfiguration>(&dictionary);
 }
 

@@ -2,6 +2,7 @@
 
 #include "CallMarker.h"
 #include "CompanyNetworkConstants.h"
+#include "Sections.h"
 
 namespace {
 
@@ -28,8 +29,8 @@ DedicatedAPNConfiguration::DedicatedAPNConfiguration(Dictionary* dictionary)
 }
 
 DedicatedAPNConfiguration::DedicatedAPNConfiguration(const DedicatedAPNConfiguration& other)
-    : DictionaryConfiguration(other), m_privateVPN(copySection(other.m_privateVPN)),
-      m_proxy(copySection(other.m_proxy))
+    : DictionaryConfiguration(other), m_privateVPN(copySection(other.m_privateVPN.get())),
+      m_proxy(copySection(other.m_proxy.get()))
 {
     CallMarker marker(
         "DedicatedAPNConfiguration", "DedicatedAPNConfiguration::constructor", true, this);
@@ -46,9 +47,28 @@ DedicatedAPNConfiguration& DedicatedAPNConfiguration::operator=(
 {
     CallMarker marker("DedicatedAPNConfiguration::operator=", this);
     DictionaryConfiguration::operator=(other);
-    m_privateVPN = copySection(other.m_privateVPN);
-    m_proxy = copySection(other.m_proxy);
+    m_privateVPN = copySection(other.m_privateVPN.get());
+    m_proxy = copySection(other.m_proxy.get());
     return *this;
+}
+
+Dictionary DedicatedAPNConfiguration::makeDictionary(
+    const std::string& apn, bool userSpecificCredentials, const std::string& login,
+    const std::string& password, const std::string& dns1, const std::string& dns2,
+    const std::string& proxyAddress, const std::string& proxyPort)
+{
+    CallMarker marker("DedicatedAPNConfiguration::makeDictionary");
+    Dictionary dictionary(COMPANY_NETWORK_DEDICATEDAPN);
+    dictionary.addValue(COMPANY_NETWORK_DEDICATEDAPN_APN, apn);
+    dictionary.addValue(
+        COMPANY_NETWORK_DEDICATEDAPN_USERSPECIFIC_CREDENTIALS, toText(userSpecificCredentials));
+    dictionary.addValue(COMPANY_NETWORK_DEDICATEDAPN_LOGIN, login);
+    dictionary.addValue(COMPANY_NETWORK_DEDICATEDAPN_PASSWORD, password);
+    dictionary.addValue(COMPANY_NETWORK_DEDICATEDAPN_DNS1, dns1);
+    dictionary.addValue(COMPANY_NETWORK_DEDICATEDAPN_DNS2, dns2);
+    Dictionary proxy = ProxyConfiguration::makeDictionary(proxyAddress, proxyPort);
+    dictionary.setItem(COMPANY_NETWORK_DEDICATEDAPN_PROXY, proxy);
+    return dictionary;
 }
 
 std::unique_ptr<Dictionary> DedicatedAPNConfiguration::getDictionary() const

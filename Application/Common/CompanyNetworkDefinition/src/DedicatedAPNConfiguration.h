@@ -16,6 +16,12 @@ public:
     DedicatedAPNConfiguration& operator=(const DedicatedAPNConfiguration& other);
     ~DedicatedAPNConfiguration() override;
 
+    /// The dictionary of a dedicated APN section with a proxy, without a private VPN.
+    static Dictionary makeDictionary(
+        const std::string& apn, bool userSpecificCredentials, const std::string& login,
+        const std::string& password, const std::string& dns1, const std::string& dns2,
+        const std::string& proxyAddress, const std::string& proxyPort);
+
     /// The whole section as one new tree, sub-sections included.
     std::unique_ptr<Dictionary> getDictionary() const;
 

@@ -241,3 +241,33 @@ TEST_F(DedicatedAPNConfigurationTest, SelfAssignmentLosesTheLeavesAndKeepsTheSub
                                                "\t</dict>\n"
                                                "</dict>\n");
 }
+
+TEST(DedicatedAPNConfiguration, MakesDictionaryOfItsSixKeysAndItsProxy)
+{
+    Dictionary dictionary = DedicatedAPNConfiguration::makeDictionary(
+        "apn", true, "login", "password", "1", "2", "proxy", "80");
+
+    EXPECT_EQ(dictionary.getName(), "DedicatedAPN");
+    EXPECT_EQ(
+        dictionary.marshall(""), "<dict>\n"
+                                 "\t<key>APN</key>\n"
+                                 "\t<string>apn</string>\n"
+                                 "\t<key>DNS1</key>\n"
+                                 "\t<string>1</string>\n"
+                                 "\t<key>DNS2</key>\n"
+                                 "\t<string>2</string>\n"
+                                 "\t<key>Login</key>\n"
+                                 "\t<string>login</string>\n"
+                                 "\t<key>Password</key>\n"
+                                 "\t<string>password</string>\n"
+                                 "\t<key>Proxy</key>\n"
+                                 "\t<dict>\n"
+                                 "\t\t<key>Address</key>\n"
+                                 "\t\t<string>proxy</string>\n"
+                                 "\t\t<key>Port</key>\n"
+                                 "\t\t<string>80</string>\n"
+                                 "\t</dict>\n"
+                                 "\t<key>UserSpecificCredentials</key>\n"
+                                 "\t<string>true</string>\n"
+                                 "</dict>\n");
+}

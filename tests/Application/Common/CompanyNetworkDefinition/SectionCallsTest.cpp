@@ -1,6 +1,7 @@
 #include "DedicatedAPNConfiguration.h"
 #include "MarkedCalls.h"
 #include "MonitoringConfiguration.h"
+#include "Sections.h"
 
 #include <memory>
 #include <string>
@@ -175,6 +176,9 @@ TEST(SectionFunctions, AreMarkedWithTheirName)
     });
     expectMarked(
         "ProxyConfiguration::makeDictionary", nullptr, [] { Proxy::makeDictionary("", ""); });
+    expectMarked("DedicatedAPNConfiguration::makeDictionary", nullptr, [] {
+        Apn::makeDictionary("", true, "", "", "", "", "", "");
+    });
     expectMarked("readSection", nullptr, [&] { readSection<Vpn>(dictionary, "key"); });
     expectMarked("copySection", nullptr, [] { copySection<Vpn>(nullptr); });
 }
