@@ -3,7 +3,6 @@
 #include "Console.h"
 #include "SafeFile.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <utility>
@@ -25,9 +24,8 @@ constexpr std::string_view blanks = " \t";
 
 } // namespace
 
-ConfigScanner::ConfigScanner(
-    std::string content, std::span<const Keyword> keywords, std::string_view wordPrefix)
-    : m_content(std::move(content)), m_keywords(keywords), m_wordPrefix(wordPrefix)
+ConfigScanner::ConfigScanner(std::string content, std::string_view wordPrefix)
+    : m_content(std::move(content)), m_wordPrefix(wordPrefix)
 {
 }
 
@@ -61,12 +59,6 @@ bool ConfigScanner::isAtEndOfLine()
     return m_rest.empty();
 }
 
-const ConfigScanner::Keyword* ConfigScanner::readKeyword()
-{
-    const auto keyword = std::ranges::find(m_keywords, readToken(), &Keyword::text);
-    return keyword == m_keywords.end() ? nullptr : &*keyword;
-}
-
 bool ConfigScanner::readName(std::string& name)
 {
     name = readToken();
@@ -93,6 +85,15 @@ bool ConfigScanner::readLevelWord(std::uint32_t& mask)
     if (word == levelWords.end())
         return false;
     mask |= word->bit;
+    return true;
+}
+
+bool ConfigScanner::readLevelWords(std::uint32_t& mask)
+{
+    do {
+        if (!readLevelWord(mask))
+            return false;
+    } while (!isAtEndOfLine());
     return true;
 }
 

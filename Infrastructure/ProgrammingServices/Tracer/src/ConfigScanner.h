@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -7,7 +8,7 @@
 #include <string_view>
 
 /// The lexical rules that the diagnostics configuration files share, applied to a whole file's
-/// bytes, line by line. A subclass gives the keywords and the prefix of the level words.
+/// bytes, line by line. A subclass gives the prefix of the level words.
 ///
 /// A line counts only when it ends in a line feed: what stands behind the last one is dropped.
 /// Blanks and tabs separate tokens; every other byte, a carriage return included, belongs to one. A
@@ -15,20 +16,6 @@
 /// when something else stands there; nothing is thrown. One thread uses a scanner.
 class ConfigScanner {
 public:
-    /// What a keyword takes behind it.
-    enum class Argument {
-        none,
-        name,      ///< one run of characters that are not blank
-        number,    ///< decimal digits, at most 2147483647
-        levelWords ///< one or more words, each adding a bit to a mask
-    };
-
-    struct Keyword {
-        std::string_view text;
-        int command; ///< the subclass's own number for it
-        Argument argument;
-    };
-
     virtual ~ConfigScanner() = default;
 
     ConfigScanner(const ConfigScanner&) = delete;
@@ -44,18 +31,24 @@ public:
     /// Whether nothing but blanks is left on the line.
     bool isAtEndOfLine();
 
-    /// The keyword that stands next, exact to the case; null when another text does.
-    const Keyword* readKeyword();
+    /// The row whose word stands next, exact to the case; null when another text does.
+    template<typename Row>
+    const Row* readKeyword(std::span<const Row> rows)
+    {
+        const auto row = std::ranges::find(rows, readToken(), &Row::word);
+        return row == rows.end() ? nullptr : &*row;
+    }
 
     bool readName(std::string& name);
     bool readNumber(std::int32_t& number);
     /// Adds the bit of the level word that stands next to the mask.
     bool readLevelWord(std::uint32_t& mask);
+    /// Adds the bits of the level words, one at least, that are left on the line.
+    bool readLevelWords(std::uint32_t& mask);
 
 protected:
-    /// The keywords and the prefix ("LOG_", "TRACE_") must outlive the scanner.
-    ConfigScanner(
-        std::string content, std::span<const Keyword> keywords, std::string_view wordPrefix);
+    /// The prefix ("LOG_", "TRACE_") must outlive the scanner.
+    ConfigScanner(std::string content, std::string_view wordPrefix);
 
     /// The whole content of a configuration file, reached through links too. One that cannot be
     /// opened, or is no regular file, gives a warning on the standard error, in which `facility`
@@ -66,7 +59,6 @@ private:
     std::string_view readToken();
 
     std::string m_content;
-    std::span<const Keyword> m_keywords;
     std::string_view m_wordPrefix;
     std::size_t m_nextLine = 0;
     std::string_view m_rest; ///< of the current line

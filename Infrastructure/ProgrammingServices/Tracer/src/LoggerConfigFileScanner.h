@@ -6,5 +6,8 @@
 /// error and scans as an empty one.
 class LoggerConfigFileScanner : public LoggerScanner {
 public:
-    explicit LoggerConfigFileScanner(const char* fileName);
+    explicit LoggerConfigFileScanner(const char* fileName)
+        : LoggerScanner(readFile(fileName, "log"))
+    {
+    }
 };

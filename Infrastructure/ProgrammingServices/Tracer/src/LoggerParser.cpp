@@ -2,37 +2,27 @@
 
 #include "Logger.h"
 
-LoggerParser::LoggerParser(LoggerScanner& scanner) : ConfigParser(scanner, "log") {}
+#include <array>
 
-void LoggerParser::apply(const Statement& statement)
-{
-    Logger* const logger = Logger::GetInstance();
-    if (logger == nullptr)
-        return;
-    switch (static_cast<LoggerScanner::Command>(statement.command)) {
-    case LoggerScanner::LogOn:
-        logger->setActive(true);
-        break;
-    case LoggerScanner::LogOff:
-        logger->setActive(false);
-        break;
-    case LoggerScanner::LogClock:
-        logger->setPrintTime(true);
-        break;
-    case LoggerScanner::LogMustFlush:
-        logger->setSynchronous(true);
-        break;
-    case LoggerScanner::LogSetFileName:
-        logger->SetFileName(statement.name);
-        break;
-    case LoggerScanner::LogSetMaxLines:
-        logger->setMaxLinesPerFile(statement.number);
-        break;
-    case LoggerScanner::LogSetMaxFiles:
-        logger->setMaxFiles(statement.number);
-        break;
-    case LoggerScanner::LogSetMsgFilter:
-        logger->addLevels(statement.mask);
-        break;
-    }
-}
+namespace {
+
+using Parser = ConfigParser<Logger>;
+using None = Parser::None;
+using Name = Parser::Name;
+using Number = Parser::Number;
+using Mask = Parser::Mask;
+
+constexpr auto c_commands = std::to_array<Parser::Command>({
+    {"LOG_ON", [](Logger& logger, None) { logger.setActive(true); }},
+    {"LOG_OFF", [](Logger& logger, None) { logger.setActive(false); }},
+    {"LOG_CLOCK", [](Logger& logger, None) { logger.setPrintTime(true); }},
+    {"LOG_MUST_FLUSH", [](Logger& logger, None) { logger.setSynchronous(true); }},
+    {"LOG_SET_FILE_NAME", [](Logger& logger, Name name) { logger.SetFileName(name); }},
+    {"LOG_SET_MAX_LINES", [](Logger& logger, Number lines) { logger.setMaxLinesPerFile(lines); }},
+    {"LOG_SET_MAX_FILES", [](Logger& logger, Number files) { logger.setMaxFiles(files); }},
+    {"LOG_SET_MSG_FILTER", [](Logger& logger, Mask levels) { logger.addLevels(levels); }},
+});
+
+} // namespace
+
+LoggerParser::LoggerParser(LoggerScanner& scanner) : ConfigParser(scanner, "log", c_commands) {}

@@ -3,12 +3,10 @@
 #include "ConfigParser.h"
 #include "LoggerScanner.h"
 
-/// Applies the commands of a logger configuration file to the published log; without one they are
-/// read and have no effect.
-class LoggerParser : public ConfigParser {
+class Logger;
+
+/// Applies the commands of a logger configuration file to the published log.
+class LoggerParser : public ConfigParser<Logger> {
 public:
     explicit LoggerParser(LoggerScanner& scanner);
-
-private:
-    void apply(const Statement& statement) override;
 };

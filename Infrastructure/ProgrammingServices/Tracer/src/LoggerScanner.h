@@ -2,22 +2,10 @@
 
 #include "ConfigScanner.h"
 
-#include <string>
+#include <utility>
 
-/// The keywords of the logger's configuration file.
+/// Scans the bytes of a logger configuration file.
 class LoggerScanner : public ConfigScanner {
 public:
-    enum Command {
-        LogOn,
-        LogOff,
-        LogClock,
-        LogMustFlush,
-        LogSetFileName,
-        LogSetMaxLines,
-        LogSetMaxFiles,
-        LogSetMsgFilter,
-    };
-
-    /// Takes the file's bytes.
-    explicit LoggerScanner(std::string content);
+    explicit LoggerScanner(std::string content) : ConfigScanner(std::move(content), "LOG_") {}
 };

@@ -95,6 +95,7 @@ public:
     /// The set of TraceMsgType bits that are written.
     std::uint32_t getMsgTypeMask() const { return m_msgTypeMask; }
     void setMsgTypeMask(std::uint32_t mask) { m_msgTypeMask = mask; }
+    void addMsgTypes(std::uint32_t types) { m_msgTypeMask |= types; }
 
     /// The mutex that guards the tracer, for its thread tracers.
     KFMutex& getMutex() { return m_mutex; }

@@ -6,5 +6,8 @@
 /// error and scans as an empty one.
 class TracerConfigFileScanner : public TracerScanner {
 public:
-    explicit TracerConfigFileScanner(const char* fileName);
+    explicit TracerConfigFileScanner(const char* fileName)
+        : TracerScanner(readFile(fileName, "tracer"))
+    {
+    }
 };

@@ -2,65 +2,46 @@
 
 #include "Tracer.h"
 
-TracerParser::TracerParser(TracerScanner& scanner) : ConfigParser(scanner, "tracer") {}
+#include <array>
 
-void TracerParser::apply(const Statement& statement)
-{
-    Tracer* const tracer = Tracer::GetInstance();
-    if (tracer == nullptr)
-        return;
-    const auto command = static_cast<TracerScanner::Command>(statement.command);
-    const bool switches = command == TracerScanner::TraceOn || command == TracerScanner::TraceOff;
-    if (switches || tracer->isActive())
-        apply(*tracer, command, statement);
-}
+namespace {
 
-void TracerParser::apply(Tracer& tracer, TracerScanner::Command command, const Statement& statement)
+using Parser = ConfigParser<Tracer>;
+using None = Parser::None;
+using Name = Parser::Name;
+using Number = Parser::Number;
+using Mask = Parser::Mask;
+
+constexpr std::string_view c_on = "TRACE_ON";
+constexpr std::string_view c_off = "TRACE_OFF";
+
+void ignore(Tracer& /*tracer*/, None /*argument*/) {}
+
+constexpr auto c_commands = std::to_array<Parser::Command>({
+    {c_on, [](Tracer& tracer, None) { tracer.setActive(true); }},
+    {c_off, [](Tracer& tracer, None) { tracer.setActive(false); }},
+    {"TRACE_INDENT_WITH_MARK", [](Tracer& tracer, None) { tracer.setTreeIndent(true); }},
+    {"TRACE_FULL_INDENT", [](Tracer& tracer, None) { tracer.setIndentHidden(true); }},
+    {"TRACE_CALL_EXIT", [](Tracer& tracer, None) { tracer.setPrintExit(true); }},
+    {"TRACE_CLOCK", [](Tracer& tracer, None) { tracer.setPrintTime(true); }},
+    {"TRACE_OBJECT_COUNT", [](Tracer& tracer, None) { tracer.setPrintObjects(true); }},
+    {"TRACE_MUST_FLUSH", [](Tracer& tracer, None) { tracer.setSynchronous(true); }},
+    {"TRACE_THE_THREAD", [](Tracer& tracer, Name name) { tracer.TraceTheThread(name.c_str()); }},
+    {"TRACE_THE_CALL", [](Tracer& tracer, Name name) { tracer.TraceTheCall(name.c_str()); }},
+    {"TRACE_SET_FILE_NAME", [](Tracer& tracer, Name name) { tracer.SetFileName(name); }},
+    {"TRACE_SET_MAX_LINES", [](Tracer& tracer, Number lines) { tracer.setMaxLinesPerFile(lines); }},
+    {"TRACE_SET_MAX_FILES", [](Tracer& tracer, Number files) { tracer.setMaxFiles(files); }},
+    {"TRACE_SET_MSG_FILTER", [](Tracer& tracer, Mask types) { tracer.addMsgTypes(types); }},
+    {"TRACE_SET_BUFFER_FORMAT_HEX", ignore},
+    {"TRACE_SET_BUFFER_FORMAT_DEC", ignore},
+    {"TRACE_SET_BUFFER_FORMAT_CHR", ignore},
+});
+
+} // namespace
+
+TracerParser::TracerParser(TracerScanner& scanner) : ConfigParser(scanner, "tracer", c_commands) {}
+
+bool TracerParser::acts(const Command& command, Tracer& tracer) const
 {
-    switch (command) {
-    case TracerScanner::TraceOn:
-        tracer.setActive(true);
-        break;
-    case TracerScanner::TraceOff:
-        tracer.setActive(false);
-        break;
-    case TracerScanner::TraceIndentWithMark:
-        tracer.setTreeIndent(true);
-        break;
-    case TracerScanner::TraceFullIndent:
-        tracer.setIndentHidden(true);
-        break;
-    case TracerScanner::TraceCallExit:
-        tracer.setPrintExit(true);
-        break;
-    case TracerScanner::TraceClock:
-        tracer.setPrintTime(true);
-        break;
-    case TracerScanner::TraceObjectCount:
-        tracer.setPrintObjects(true);
-        break;
-    case TracerScanner::TraceMustFlush:
-        tracer.setSynchronous(true);
-        break;
-    case TracerScanner::TraceTheThread:
-        tracer.TraceTheThread(statement.name.c_str());
-        break;
-    case TracerScanner::TraceTheCall:
-        tracer.TraceTheCall(statement.name.c_str());
-        break;
-    case TracerScanner::TraceSetFileName:
-        tracer.SetFileName(statement.name);
-        break;
-    case TracerScanner::TraceSetMaxLines:
-        tracer.setMaxLinesPerFile(statement.number);
-        break;
-    case TracerScanner::TraceSetMaxFiles:
-        tracer.setMaxFiles(statement.number);
-        break;
-    case TracerScanner::TraceSetMsgFilter:
-        tracer.setMsgTypeMask(tracer.getMsgTypeMask() | statement.mask);
-        break;
-    case TracerScanner::TraceSetBufferFormat:
-        break;
-    }
+    return command.word == c_on || command.word == c_off || tracer.isActive();
 }

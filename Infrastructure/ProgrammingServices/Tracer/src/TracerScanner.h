@@ -2,29 +2,10 @@
 
 #include "ConfigScanner.h"
 
-#include <string>
+#include <utility>
 
-/// The keywords of the tracer's configuration file.
+/// Scans the bytes of a tracer configuration file.
 class TracerScanner : public ConfigScanner {
 public:
-    enum Command {
-        TraceOn,
-        TraceOff,
-        TraceIndentWithMark,
-        TraceFullIndent,
-        TraceCallExit,
-        TraceClock,
-        TraceObjectCount,
-        TraceMustFlush,
-        TraceTheThread,
-        TraceTheCall,
-        TraceSetFileName,
-        TraceSetMaxLines,
-        TraceSetMaxFiles,
-        TraceSetMsgFilter,
-        TraceSetBufferFormat, ///< three keywords, accepted without effect
-    };
-
-    /// Takes the file's bytes.
-    explicit TracerScanner(std::string content);
+    explicit TracerScanner(std::string content) : ConfigScanner(std::move(content), "TRACE_") {}
 };

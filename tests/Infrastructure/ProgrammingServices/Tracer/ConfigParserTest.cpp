@@ -7,37 +7,49 @@
 
 namespace {
 
-using Argument = ConfigScanner::Argument;
-using Keyword = ConfigScanner::Keyword;
-
-constexpr std::array keywords{
-    Keyword{"T_GO", 1, Argument::none},
-    Keyword{"T_NAME", 2, Argument::name},
-    Keyword{"T_NUMBER", 3, Argument::number},
-    Keyword{"T_MASK", 4, Argument::levelWords},
-};
-
 class TestScanner : public ConfigScanner {
 public:
-    explicit TestScanner(std::string content) : ConfigScanner(std::move(content), keywords, "T_") {}
+    explicit TestScanner(std::string content) : ConfigScanner(std::move(content), "T_") {}
 };
 
-/// Records each applied command as one text.
-class RecordingParser : public ConfigParser {
+/// A facility that records each applied command as one text; published as long as it lives.
+class Recorder {
 public:
-    explicit RecordingParser(ConfigScanner& scanner) : ConfigParser(scanner, "test") {}
+    Recorder() { s_published = this; }
+    ~Recorder() { s_published = nullptr; }
 
+    Recorder(const Recorder&) = delete;
+    Recorder& operator=(const Recorder&) = delete;
+
+    static Recorder* GetInstance() { return s_published; }
+
+    void record(int command, const std::string& name, std::int32_t number, std::uint32_t mask)
+    {
+        m_applied.push_back(
+            std::to_string(command) + " '" + name + "' " + std::to_string(number) + " " +
+            std::to_string(mask));
+    }
     const std::vector<std::string>& applied() const { return m_applied; }
 
 private:
-    void apply(const Statement& statement) override
-    {
-        m_applied.push_back(
-            std::to_string(statement.command) + " '" + statement.name + "' " +
-            std::to_string(statement.number) + " " + std::to_string(statement.mask));
-    }
+    static inline Recorder* s_published = nullptr;
 
     std::vector<std::string> m_applied;
+};
+
+using Parser = ConfigParser<Recorder>;
+
+constexpr auto commands = std::to_array<Parser::Command>({
+    {"T_GO", [](Recorder& recorder, Parser::None) { recorder.record(1, "", 0, 0); }},
+    {"T_NAME", [](Recorder& recorder, Parser::Name name) { recorder.record(2, name, 0, 0); }},
+    {"T_NUMBER",
+     [](Recorder& recorder, Parser::Number number) { recorder.record(3, "", number, 0); }},
+    {"T_MASK", [](Recorder& recorder, Parser::Mask mask) { recorder.record(4, "", 0, mask); }},
+});
+
+class TestParser : public Parser {
+public:
+    explicit TestParser(ConfigScanner& scanner) : Parser(scanner, "test", commands) {}
 };
 
 struct Outcome {
@@ -49,10 +61,10 @@ struct Outcome {
 Outcome parse(std::string content)
 {
     TestScanner scanner(std::move(content));
-    RecordingParser parser(scanner);
+    const Recorder recorder;
     testing::internal::CaptureStderr();
-    const bool result = parser.parse();
-    return {result, parser.applied(), testing::internal::GetCapturedStderr()};
+    const bool result = TestParser(scanner).parse();
+    return {result, recorder.applied(), testing::internal::GetCapturedStderr()};
 }
 
 } // namespace

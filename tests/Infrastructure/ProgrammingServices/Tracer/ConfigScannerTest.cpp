@@ -3,23 +3,28 @@
 #include "TemporaryFolder.h"
 
 #include <array>
+#include <string_view>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 namespace {
 
-using Argument = ConfigScanner::Argument;
-using Keyword = ConfigScanner::Keyword;
+struct Keyword {
+    std::string_view word;
+    int command;
+};
 
 constexpr std::array keywords{
-    Keyword{"T_GO", 1, Argument::none},
-    Keyword{"T_GO_FAR", 2, Argument::number},
+    Keyword{"T_GO", 1},
+    Keyword{"T_GO_FAR", 2},
 };
 
 class TestScanner : public ConfigScanner {
 public:
-    explicit TestScanner(std::string content) : ConfigScanner(std::move(content), keywords, "T_") {}
+    explicit TestScanner(std::string content) : ConfigScanner(std::move(content), "T_") {}
+
+    const Keyword* readKeyword() { return ConfigScanner::readKeyword<Keyword>(keywords); }
 
     static std::string readTestFile(const std::string& fileName)
     {
@@ -83,7 +88,6 @@ TEST(ConfigScanner, IgnoresBlanksAndTabsAroundTokens)
 
     ASSERT_NE(keyword, nullptr);
     EXPECT_EQ(keyword->command, 2);
-    EXPECT_EQ(keyword->argument, Argument::number);
     EXPECT_TRUE(scanner.readNumber(number));
     EXPECT_EQ(number, 12);
     EXPECT_TRUE(scanner.isAtEndOfLine());

@@ -1,6 +1,0 @@
-#include "LoggerConfigFileScanner.h"
-
-LoggerConfigFileScanner::LoggerConfigFileScanner(const char* fileName)
-    : LoggerScanner(readFile(fileName, "log"))
-{
-}

@@ -1,6 +1,0 @@
-#include "TracerConfigFileScanner.h"
-
-TracerConfigFileScanner::TracerConfigFileScanner(const char* fileName)
-    : TracerScanner(readFile(fileName, "tracer"))
-{
-}
