@@ -1,5 +1,6 @@
 #include "Diagnostics.h"
 
+#include "Console.h"
 #include "Logger.h"
 #include "Tracer.h"
 
@@ -27,4 +28,11 @@ void Diagnostics::drainAtExit()
     static std::atomic<bool> s_registered = false;
     if (!s_registered.exchange(true))
         std::atexit(&Diagnostics::drain);
+}
+
+void Diagnostics::endProcess(const char* message)
+{
+    Console::writeLine(message);
+    drainAtExit();
+    std::exit(1);
 }

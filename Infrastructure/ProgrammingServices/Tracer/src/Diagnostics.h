@@ -10,4 +10,7 @@ void drain();
 /// Drains once when the process exits, however often this is called.
 void drainAtExit();
 
+/// Ends the process with status 1, after a message on standard output and a drain.
+[[noreturn]] void endProcess(const char* message);
+
 } // namespace Diagnostics

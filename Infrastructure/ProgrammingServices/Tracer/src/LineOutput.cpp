@@ -2,15 +2,30 @@
 
 #include "Console.h"
 #include "Contract.h"
-#include "Diagnostics.h"
 #include "FileSystemManagement.h"
+#include "FlushThread.h"
 #include "KFMutexGuard.h"
 #include "UnlessMemoryRunsOut.h"
 
-#include <cstdlib>
 #include <utility>
 
 LineOutput::LineOutput(const char* facility) : m_facility(facility) {}
+
+LineOutput::~LineOutput() = default;
+
+void LineOutput::Initialize()
+{
+    if (!hasFileName())
+        endWithoutFileName();
+    const KFMutexGuard guard(m_mutex);
+    if (m_synchronous || m_flushThread != nullptr)
+        return;
+    m_flushThread = makeFlushThread();
+    if (m_flushThread->start())
+        return;
+    m_flushThread.reset();
+    m_synchronous = true; // without a thread each line is written at once
+}
 
 void LineOutput::SetFolderName(const std::string& folderName)
 {
@@ -93,13 +108,17 @@ std::string LineOutput::getCurrentFileName()
     return m_currentFileName;
 }
 
-void LineOutput::requireFileName(const char* message)
+void LineOutput::finish()
 {
-    if (hasFileName())
-        return;
-    Console::writeLine(message);
-    Diagnostics::drainAtExit();
-    std::exit(1);
+    const KFMutexGuard guard(m_mutex);
+    setActive(false);
+    writeAllPending();
+}
+
+void LineOutput::endBackgroundWriting()
+{
+    if (m_flushThread != nullptr)
+        m_flushThread->letGo();
 }
 
 void LineOutput::writeAllPending()

@@ -5,7 +5,10 @@
 
 #include <atomic>
 #include <deque>
+#include <memory>
 #include <string>
+
+class FlushThread;
 
 /// Where the lines of the tracer and of the logger go: the base of both.
 ///
@@ -15,9 +18,9 @@
 ///                                                                       ^---------------------'
 ///
 /// Lines wait in the queue for a write pass: at once when synchronous, else that of a background
-/// thread, which the derived facility owns. Any thread may call; the one recursive mutex guards
-/// everything here and in the derived facility but the settings that are atomic. A file that cannot
-/// be opened is told on standard error and the lines stay queued.
+/// thread, which the output owns. Any thread may call; the one recursive mutex guards everything
+/// here and in the derived facility but the settings that are atomic. A file that cannot be opened
+/// is told on standard error and the lines stay queued.
 class LineOutput {
 public:
     LineOutput(const LineOutput&) = delete;
@@ -25,6 +28,10 @@ public:
 
     /// The folder of a bare file name, with its separator: must be set before the file name.
     void SetFolderName(const std::string& folderName);
+
+    /// Starts the background thread that writes the pending lines, one however often this is
+    /// called, unless synchronous. Without a file name the process ends with status 1.
+    void Initialize();
 
     /// Chooses the output: "console", "msvc", or the base name of the ring, which goes on in the
     /// file written last. A name without "/" and "\" is placed in the folder, or beside the
@@ -57,6 +64,9 @@ public:
     /// Leaves no mutex held, and never throws.
     void drain();
 
+    /// Whether the facility traces or logs.
+    virtual bool isActive() const { return m_active; }
+    virtual void setActive(bool active) { m_active = active; }
     /// Whether each line is written at once, without a background thread.
     bool isSynchronous() const { return m_synchronous; }
     void setSynchronous(bool synchronous) { m_synchronous = synchronous; }
@@ -70,10 +80,23 @@ public:
 protected:
     /// `facility` ("Tracer") begins the messages on standard error; it must be a literal.
     explicit LineOutput(const char* facility);
-    ~LineOutput() = default;
+    virtual ~LineOutput();
 
-    /// Ends the process with status 1, after a message on standard output, when no output is set.
-    void requireFileName(const char* message);
+    /// Applies a configuration file and, when it leaves the facility active, initializes the
+    /// output.
+    template<typename ConfigFileParser>
+    void readConfigFile(const char* fileName)
+    {
+        ConfigFileParser(fileName).parse();
+        if (isActive())
+            Initialize();
+    }
+
+    /// Switches off and, unless synchronous, writes what is pending.
+    void finish();
+
+    /// Lets the background thread go; what is pending is lost.
+    void endBackgroundWriting();
 
     /// Repeats write passes until nothing is pending, for ever when the file cannot be opened;
     /// does nothing when synchronous or when the output is no file. The caller holds the mutex.
@@ -82,9 +105,14 @@ protected:
     /// Waits for the mutex for a second at most; false when another thread still holds it.
     bool acquireInBoundedTime();
 
-    KFMutex m_mutex{true};
+    mutable KFMutex m_mutex{true};
+    std::atomic<bool> m_active = false;
 
 private:
+    virtual std::shared_ptr<FlushThread> makeFlushThread() = 0;
+    /// Ends the process with status 1, after a message on standard output.
+    [[noreturn]] virtual void endWithoutFileName() = 0;
+
     bool hasFileName();
     bool writesFiles() const;
     std::string ringBase(const std::string& name) const;
@@ -107,4 +135,5 @@ private:
     RingFiles::File m_file; ///< open only inside a write pass
     bool m_truncateOnOpen = false;
     std::deque<std::string> m_pending;
+    std::shared_ptr<FlushThread> m_flushThread;
 };

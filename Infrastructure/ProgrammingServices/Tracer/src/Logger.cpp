@@ -1,6 +1,7 @@
 #include "Logger.h"
 
 #include "Contract.h"
+#include "Diagnostics.h"
 #include "KFMutexGuard.h"
 #include "LoggerConfigFileParser.h"
 #include "LoggerFlushThread.h"
@@ -66,33 +67,13 @@ Logger::~Logger()
     m_active = false;
     Logger* published = this;
     m_pInstance.compare_exchange_strong(published, nullptr);
-    if (m_flushThread) {
-        m_flushThread->forgetLogger();
-        // The thread is never stopped, so its object must outlive the log.
-        static_cast<void>(m_flushThread.release());
-    }
+    endBackgroundWriting();
 }
 
 void Logger::ReadConfigFile(const char* fileName)
 {
-    if (!Contract::require(fileName != nullptr, "fileName != NULL", c_unit))
-        return;
-    LoggerConfigFileParser(fileName).parse();
-    if (m_active)
-        Initialize();
-}
-
-void Logger::Initialize()
-{
-    requireFileName("please call Logger_SET_FILE_NAME(fileName)");
-    const KFMutexGuard guard(m_mutex);
-    if (isSynchronous() || m_flushThread != nullptr)
-        return;
-    m_flushThread = std::make_unique<LoggerFlushThread>(this);
-    if (m_flushThread->start())
-        return;
-    m_flushThread.reset();
-    setSynchronous(true); // without a thread each line is written at once
+    if (Contract::require(fileName != nullptr, "fileName != NULL", c_unit))
+        readConfigFile<LoggerConfigFileParser>(fileName);
 }
 
 bool Logger::logs(LoggerMsgType type) const
@@ -117,9 +98,12 @@ void Logger::PrintMsg(LoggerMsgType type, const char* format, ...)
     va_end(arguments);
 }
 
-void Logger::FinishLogging()
+std::shared_ptr<FlushThread> Logger::makeFlushThread()
 {
-    const KFMutexGuard guard(m_mutex);
-    m_active = false;
-    writeAllPending();
+    return std::make_shared<LoggerFlushThread>(this);
+}
+
+void Logger::endWithoutFileName()
+{
+    Diagnostics::endProcess("please call Logger_SET_FILE_NAME(fileName)");
 }

@@ -5,17 +5,13 @@
 
 #include <atomic>
 #include <cstdint>
-#include <memory>
-
-class LoggerFlushThread;
 
 /// The process-wide log: short messages for an operator, each one line with a level and, if asked
 /// for, the time. The start-up creates it, publishes it, gives it its folder and lets it read its
 /// configuration file; it is never destroyed while the process lives.
 ///
 /// Callers write through TAV_LOG, which applies the level filter; any thread may. Lines go where
-/// LineOutput sends them, written once a second by a thread that the log owns, or at once when
-/// synchronous.
+/// LineOutput sends them.
 class Logger : public LineOutput {
 public:
     /// The published log; null until one is set.
@@ -27,15 +23,11 @@ public:
     /// Switches logging off and unpublishes the log. Kept: pending lines are lost unless
     /// FinishLogging() was called, and the background thread is not stopped; it finds no log to
     /// write any more.
-    ~Logger();
+    ~Logger() override;
 
     /// Applies a configuration file and, when it switches logging on, initializes the output. The
     /// commands act on the published log. A null name is a violation.
     void ReadConfigFile(const char* fileName);
-
-    /// Starts the background thread, unless synchronous. Without a file name the process ends with
-    /// status 1.
-    void Initialize();
 
     /// Whether a line of the level is to be written: logging is on and the mask has the level.
     bool logs(LoggerMsgType type) const;
@@ -47,10 +39,8 @@ public:
 
     /// Switches logging off and, unless synchronous, writes what is pending: for ever when the file
     /// cannot be opened, see drain() for the end of a process.
-    void FinishLogging();
+    void FinishLogging() { finish(); }
 
-    bool isActive() const { return m_active; }
-    void setActive(bool active) { m_active = active; }
     bool printsTime() const { return m_printTime; }
     void setPrintTime(bool printTime) { m_printTime = printTime; }
     /// The levels that are logged, a set of LoggerMsgType bits.
@@ -58,12 +48,13 @@ public:
     void addLevels(std::uint32_t levels) { m_levelMask |= levels; }
 
 private:
+    std::shared_ptr<FlushThread> makeFlushThread() override;
+    [[noreturn]] void endWithoutFileName() override;
+
     static std::atomic<Logger*> m_pInstance;
 
-    std::atomic<bool> m_active = false;
     std::atomic<bool> m_printTime = false;
     std::atomic<std::uint32_t> m_levelMask = 0;
-    std::unique_ptr<LoggerFlushThread> m_flushThread;
 };
 
 /// Writes a log line of a level: TAV_LOG(LoggerMsgType::ERROR, "cannot write %s", path).

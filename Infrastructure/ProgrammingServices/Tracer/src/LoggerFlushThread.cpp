@@ -3,20 +3,16 @@
 #include "KFMutexGuard.h"
 #include "Logger.h"
 
-LoggerFlushThread::LoggerFlushThread(Logger* logger) : KFThread(nullptr), m_logger(logger) {}
-
-void LoggerFlushThread::forgetLogger()
+void LoggerFlushThread::letGo()
 {
     const KFMutexGuard guard(m_mutex);
     m_logger = nullptr;
 }
 
-void LoggerFlushThread::run()
+bool LoggerFlushThread::writePending()
 {
-    while (isRunning()) {
-        sleep(1);
-        const KFMutexGuard guard(m_mutex);
-        if (m_logger != nullptr)
-            m_logger->writeInBackground();
-    }
+    const KFMutexGuard guard(m_mutex);
+    if (m_logger != nullptr)
+        m_logger->writeInBackground();
+    return true;
 }

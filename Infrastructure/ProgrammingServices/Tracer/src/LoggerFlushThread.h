@@ -1,24 +1,20 @@
 #pragma once
 
+#include "FlushThread.h"
 #include "KFMutex.h"
-#include "KFThread.h"
 
 class Logger;
 
-/// Writes a log's pending lines once a second. It has no name, so that traces do not show it.
-///
-/// It never ends by itself: the log that it belongs to lets it go with forgetLogger().
-class LoggerFlushThread : public KFThread {
+/// Writes for one log. Kept: it never ends, and goes on without a log that has gone.
+class LoggerFlushThread : public FlushThread {
 public:
-    explicit LoggerFlushThread(Logger* logger);
+    explicit LoggerFlushThread(Logger* logger) : m_logger(logger) {}
 
-    /// Returns when no write pass is under way; none follows. A pass waits for the log's mutex for
-    /// a second at most, so that a thread that never releases it may call this, too.
-    void forgetLogger();
-
-    void run() override;
+    void letGo() override;
 
 private:
+    bool writePending() override;
+
     KFMutex m_mutex{false};
     Logger* m_logger;
 };

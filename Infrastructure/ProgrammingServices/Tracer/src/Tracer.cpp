@@ -2,6 +2,7 @@
 
 #include "CallMarker.h"
 #include "Contract.h"
+#include "Diagnostics.h"
 #include "KFMutexGuard.h"
 #include "MessageFormatter.h"
 #include "ThreadTracer.h"
@@ -37,14 +38,9 @@ Tracer::Tracer() : LineOutput("Tracer") {}
 Tracer::~Tracer()
 {
     Tracer* published = this;
-    if (!m_Instance.compare_exchange_strong(published, nullptr)) {
-        // The thread writes for the tracer that is published now, and so it goes on.
-        static_cast<void>(m_flushThread.release());
-        return;
-    }
+    m_Instance.compare_exchange_strong(published, nullptr);
     updateFlagOfMarkers();
-    if (m_flushThread)
-        m_flushThread->stop();
+    endBackgroundWriting();
 }
 
 Tracer* Tracer::GetInstance()
@@ -65,31 +61,8 @@ void Tracer::SetInstance(Tracer* pTheTracer)
 
 void Tracer::ReadConfigFile(const char* fileName)
 {
-    if (!Contract::require(fileName != nullptr, "fileName != NULL", c_unit))
-        return;
-    TracerConfigFileParser(fileName).parse();
-    if (isActive())
-        Initialize();
-}
-
-void Tracer::Initialize()
-{
-    requireFileName("please call TRACE_SET_FILE_NAME(\"baseFileName\")");
-    const KFMutexGuard guard(m_mutex);
-    if (isSynchronous() || m_flushThread != nullptr)
-        return;
-    m_flushThread = std::make_unique<TracerFlushThread>();
-    if (m_flushThread->start())
-        return;
-    m_flushThread.reset();
-    setSynchronous(true); // without a thread each line is written at once
-}
-
-void Tracer::FinishTracing()
-{
-    const KFMutexGuard guard(m_mutex);
-    setActive(false);
-    writeAllPending();
+    if (Contract::require(fileName != nullptr, "fileName != NULL", c_unit))
+        readConfigFile<TracerConfigFileParser>(fileName);
 }
 
 void Tracer::giveUpWhenHeld()
@@ -213,7 +186,7 @@ void Tracer::PrintAllObjectsCount()
     PrintString("---------------------------------------------\n");
 }
 
-bool Tracer::isActive()
+bool Tracer::isActive() const
 {
     const KFMutexGuard guard(m_mutex);
     return m_active;
@@ -224,6 +197,16 @@ void Tracer::setActive(bool active)
     const KFMutexGuard guard(m_mutex);
     m_active = active;
     updateFlagOfMarkers();
+}
+
+std::shared_ptr<FlushThread> Tracer::makeFlushThread()
+{
+    return std::make_shared<TracerFlushThread>();
+}
+
+void Tracer::endWithoutFileName()
+{
+    Diagnostics::endProcess("please call TRACE_SET_FILE_NAME(\"baseFileName\")");
 }
 
 // Follows each change of which tracer is published and of whether it is active; of several at once

@@ -13,7 +13,6 @@
 
 class CallMarker;
 class ThreadTracer;
-class TracerFlushThread;
 
 /// The process-wide call tracer: which calls and messages are written, and how the lines look.
 ///
@@ -25,7 +24,7 @@ public:
     Tracer();
     /// For a tracer that was never published, and for tests: unpublishes it and waits for its
     /// background thread; what is pending is lost.
-    ~Tracer();
+    ~Tracer() override;
 
     /// The published tracer; null until one is set.
     static Tracer* GetInstance();
@@ -36,12 +35,9 @@ public:
     /// commands act on the published tracer. A null name is a violation.
     void ReadConfigFile(const char* fileName);
 
-    /// Ends the process with status 1 when no file name was set; otherwise starts the background
-    /// thread that writes the pending lines, one however often this is called, unless synchronous.
-    void Initialize();
     /// Switches tracing off and writes what is pending; never returns when the file cannot be
     /// opened, unlike drain().
-    void FinishTracing();
+    void FinishTracing() { finish(); }
 
     /// Ends tracing when the mutex cannot be had within a second, as after an open that failed on
     /// another thread: the end of the process must not wait for it.
@@ -75,8 +71,8 @@ public:
     /// Writes the number of live objects per class; nothing on a thread that is not registered.
     void PrintAllObjectsCount();
 
-    bool isActive();
-    void setActive(bool active);
+    bool isActive() const override;
+    void setActive(bool active) override;
     /// Indent with "| " instead of two blanks.
     bool getTreeIndent() const { return m_treeIndent; }
     void setTreeIndent(bool treeIndent) { m_treeIndent = treeIndent; }
@@ -101,6 +97,8 @@ public:
     KFMutex& getMutex() { return m_mutex; }
 
 private:
+    std::shared_ptr<FlushThread> makeFlushThread() override;
+    [[noreturn]] void endWithoutFileName() override;
     static void updateFlagOfMarkers();
     ThreadTracer* currentThreadTracer() const;
     void enableCurrentThread(bool enabled);
@@ -113,8 +111,6 @@ private:
     std::atomic<bool> m_printTime = false;
     std::atomic<bool> m_printObjects = false;
     std::map<std::string, int> m_objectCounts;
-    std::unique_ptr<TracerFlushThread> m_flushThread;
-    std::atomic<bool> m_active = false;
     NamePatterns m_threadPatterns;
     NamePatterns m_callPatterns;
     NamePatterns m_forbiddenPatterns; ///< without their leading "-"

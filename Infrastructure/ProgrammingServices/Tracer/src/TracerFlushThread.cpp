@@ -2,13 +2,16 @@
 
 #include "Tracer.h"
 
-void TracerFlushThread::run()
+void TracerFlushThread::letGo()
 {
-    while (isRunning()) {
-        sleep(1);
-        Tracer* const tracer = Tracer::GetInstance();
-        if (tracer == nullptr)
-            return;
+    if (Tracer::GetInstance() == nullptr)
+        stop();
+}
+
+bool TracerFlushThread::writePending()
+{
+    Tracer* const tracer = Tracer::GetInstance();
+    if (tracer != nullptr)
         tracer->writeInBackground();
-    }
+    return tracer != nullptr;
 }

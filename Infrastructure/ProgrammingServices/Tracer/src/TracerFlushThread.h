@@ -1,11 +1,12 @@
 #pragma once
 
-#include "KFThread.h"
+#include "FlushThread.h"
 
-/// Writes the published tracer's pending lines once a second, for as long as there is a tracer.
-class TracerFlushThread : public KFThread {
+/// Writes for whichever tracer is published, for as long as there is one.
+class TracerFlushThread : public FlushThread {
 public:
-    TracerFlushThread() : KFThread(nullptr) {}
+    void letGo() override;
 
-    void run() override;
+private:
+    bool writePending() override;
 };

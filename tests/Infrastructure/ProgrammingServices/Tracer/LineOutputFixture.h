@@ -1,10 +1,13 @@
 #pragma once
 
+#include "Diagnostics.h"
+#include "FlushThread.h"
 #include "LineOutput.h"
 #include "TemporaryFolder.h"
 
 #include <ctime>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <thread>
 
@@ -12,12 +15,13 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-/// A facility that is nothing but its output.
+/// A facility that is nothing but its output; without a thread, so it is initialized only when
+/// synchronous.
 class TestOutput : public LineOutput {
 public:
     TestOutput() : LineOutput("Facility") {}
 
-    using LineOutput::requireFileName;
+    using LineOutput::finish;
     using LineOutput::writeAllPending;
 
     KFMutex& mutex() { return m_mutex; }
@@ -32,6 +36,13 @@ public:
                 m_mutex.release();
         }).join();
         return isFree;
+    }
+
+private:
+    std::shared_ptr<FlushThread> makeFlushThread() override { return nullptr; }
+    [[noreturn]] void endWithoutFileName() override
+    {
+        Diagnostics::endProcess("please name a file");
     }
 };
 

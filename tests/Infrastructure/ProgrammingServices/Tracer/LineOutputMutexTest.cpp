@@ -57,7 +57,12 @@ INSTANTIATE_TEST_SUITE_P(
         Operation{"areAllMsgFlushed", [](TestOutput& output) { output.areAllMsgFlushed(); }},
         Operation{"getCurrentFileName", [](TestOutput& output) { output.getCurrentFileName(); }},
         Operation{
-            "requireFileName", [](TestOutput& output) { output.requireFileName("no name"); }}),
+            "Initialize",
+            [](TestOutput& output) {
+                output.setSynchronous(true);
+                output.Initialize();
+            }},
+        Operation{"finish", [](TestOutput& output) { output.finish(); }}),
     [](const testing::TestParamInfo<Operation>& operation) { return operation.param.name; });
 
 TEST_F(LineOutputRing, DrainWaitsForAPassThatIsUnderWay)

@@ -106,7 +106,7 @@ TEST_F(LineOutputDeathTest, EndsTheProcessWhenNoFileNameWasSet)
     EXPECT_EXIT(
         {
             joinOutputs();
-            m_output.requireFileName("please name a file");
+            m_output.Initialize();
         },
         testing::ExitedWithCode(1), testing::Eq("please name a file\n"));
 }
@@ -114,9 +114,10 @@ TEST_F(LineOutputDeathTest, EndsTheProcessWhenNoFileNameWasSet)
 TEST_F(LineOutputTest, GoesOnWhenAFileNameWasSet)
 {
     m_output.SetFileName("msvc");
+    m_output.setSynchronous(true);
 
     testing::internal::CaptureStdout();
-    m_output.requireFileName("please name a file");
+    m_output.Initialize();
 
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }

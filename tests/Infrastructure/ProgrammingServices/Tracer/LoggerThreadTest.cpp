@@ -168,13 +168,12 @@ TEST(LoggerFlushThread, LetsItsLogGoWhileAnotherThreadKeepsTheMutexOfTheLog)
 {
     HeldLogger logger;
     logger.SetFileName("msvc");
-    // Never destroyed: it never ends.
-    LoggerFlushThread& thread = *std::make_unique<LoggerFlushThread>(&logger).release();
+    const auto thread = std::make_shared<LoggerFlushThread>(&logger);
     logger.m_mutex.acquire();
-    thread.start();
+    thread->start();
     waitUntilWaitedFor(logger.m_mutex);
 
-    const auto forgotten = std::async(std::launch::async, [&thread] { thread.forgetLogger(); });
+    const auto forgotten = std::async(std::launch::async, [&thread] { thread->letGo(); });
     const std::future_status status = forgotten.wait_for(std::chrono::seconds(30));
     logger.m_mutex.release();
 
@@ -185,22 +184,33 @@ TEST(LoggerFlushThread, LetsItsLogGoNoEarlierThanAtTheEndOfAPassThatIsUnderWay)
 {
     HeldLogger logger;
     logger.SetFileName("msvc");
-    // Never destroyed: it never ends.
-    LoggerFlushThread& thread = *std::make_unique<LoggerFlushThread>(&logger).release();
+    const auto thread = std::make_shared<LoggerFlushThread>(&logger);
     std::future<void> forgotten;
     std::promise<bool> forgottenInThePass;
     MutexWatch watch(logger.m_mutex);
     watch.onNextWait([&] {
-        forgotten = startUntilItWaits([&thread] { thread.forgetLogger(); });
+        forgotten = startUntilItWaits([&thread] { thread->letGo(); });
         forgottenInThePass.set_value(
             forgotten.wait_for(std::chrono::seconds(0)) == std::future_status::ready);
     });
 
     logger.m_mutex.acquire();
-    thread.start();
+    thread->start();
     EXPECT_FALSE(forgottenInThePass.get_future().get());
     logger.m_mutex.release();
     forgotten.wait();
+}
+
+TEST(LoggerFlushThread, KeepsItsObjectWithoutItsLog)
+{
+    auto thread = std::make_shared<LoggerFlushThread>(nullptr);
+    const std::weak_ptr<LoggerFlushThread> object = thread;
+    thread->start();
+
+    thread->letGo();
+    thread.reset();
+
+    EXPECT_FALSE(object.expired()) << "its body never ends";
 }
 
 class LoggerThreads : public testing::TestWithParam<bool> {};

@@ -8,6 +8,8 @@
 #include "Waiting.h"
 
 #include <chrono>
+#include <memory>
+#include <optional>
 
 #include <gtest/gtest.h>
 
@@ -88,6 +90,21 @@ TEST_F(TracerFlushThreadTest, ComesBackWhileAnotherThreadKeepsTheMutexOfTheTrace
 
     EXPECT_EQ(nextAskedSleep(), std::chrono::seconds(1));
     m_tracer->getMutex().release();
+}
+
+TEST(TracerFlushThread, KeepsItsObjectUntilItHasEnded)
+{
+    std::optional<PublishedTracer> tracer(std::in_place);
+    auto thread = std::make_shared<TracerFlushThread>();
+    const std::weak_ptr<TracerFlushThread> object = thread;
+    thread->start();
+
+    thread->letGo();
+    thread.reset();
+    EXPECT_FALSE(object.expired()) << "it goes on for the published tracer";
+    tracer.reset();
+
+    EXPECT_TRUE(holdsInTime([&object] { return object.expired(); }));
 }
 
 TEST(TracerFlushThread, EndsWhenThereIsNoTracer)
