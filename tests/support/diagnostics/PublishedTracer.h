@@ -31,6 +31,9 @@ public:
 
     Tracer* operator->() { return &m_tracer; }
 
+    /// The one that guards the tracer.
+    KFMutex& mutex() { return m_tracer.m_mutex; }
+
     const TemporaryFolder& folder() const { return m_folder; }
 
     /// The lines that were written, with "<id>" for the padded id of the test's own thread.
@@ -52,6 +55,11 @@ public:
     }
 
 private:
+    class HeldTracer : public Tracer {
+    public:
+        using Tracer::m_mutex;
+    };
+
     TemporaryFolder m_folder;
-    Tracer m_tracer;
+    HeldTracer m_tracer;
 };

@@ -31,14 +31,14 @@ public:
     ~CallMarker()
     {
         if (m_threadTracer != nullptr)
-            m_threadTracer->EndOfCall(*this);
+            end();
     }
 
     CallMarker(const CallMarker&) = delete;
     CallMarker& operator=(const CallMarker&) = delete;
 
     /// Whether markers record their calls: only while the published tracer is active.
-    static bool isTracing() { return s_tracing.load(std::memory_order_relaxed); }
+    static bool isTracing() { return s_tracing.load(std::memory_order_relaxed) == Tracing::on; }
 
     /// Whether a message of the type is to be written inside this call.
     bool traces(TraceMsgType type) const;
@@ -58,13 +58,22 @@ public:
 
 private:
     friend class ThreadTracer; // records the call
-    friend class Tracer;       // switches tracing
+    friend class Tracer;       // tells when tracing changes
+
+    enum class Tracing { off, on, givenUp };
+
+    /// Follows a change of what `isWanted` tells; of several at once the last one to come here sees
+    /// them all.
+    static void updateTracing(bool (*isWanted)());
+    /// Ends it for good, without waiting for an update that is under way.
+    static void giveUpTracing() { s_tracing = Tracing::givenUp; }
 
     void begin(
         const char* className, const char* methodName, bool isConstructor,
         const void* object) noexcept;
+    void end() noexcept;
 
-    static inline std::atomic<bool> s_tracing = false;
+    static inline std::atomic<Tracing> s_tracing = Tracing::off;
 
     const char* m_className = "";
     const char* m_methodName = "";

@@ -4,8 +4,6 @@
 #include "Contract.h"
 #include "FileSystemManagement.h"
 #include "FlushThread.h"
-#include "KFMutexGuard.h"
-#include "UnlessMemoryRunsOut.h"
 
 #include <utility>
 
@@ -79,10 +77,7 @@ void LineOutput::WriteOnFile()
 
 void LineOutput::writeInBackground()
 {
-    if (!acquireInBoundedTime())
-        return;
-    const KFMutexGuard guard(m_mutex, std::adopt_lock);
-    unlessMemoryRunsOut([this] { WriteOnFile(); });
+    inBoundedTime([this] { WriteOnFile(); });
 }
 
 bool LineOutput::areAllMsgFlushed()
@@ -93,10 +88,7 @@ bool LineOutput::areAllMsgFlushed()
 
 void LineOutput::drain()
 {
-    if (!acquireInBoundedTime())
-        return;
-    const KFMutexGuard guard(m_mutex, std::adopt_lock);
-    unlessMemoryRunsOut([this] {
+    inBoundedTime([this] {
         while (writesFiles() && !m_pending.empty() && openCurrentFile())
             writePending();
     });
@@ -206,9 +198,4 @@ bool LineOutput::changeFile()
     m_linesInFile = 0;
     openFile(RingFiles::Mode::append);
     return m_file != nullptr;
-}
-
-bool LineOutput::acquireInBoundedTime()
-{
-    return m_mutex.acquireWithin(1);
 }

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "KFMutex.h"
+#include "KFMutexGuard.h"
 #include "RingFiles.h"
+#include "UnlessMemoryRunsOut.h"
 
 #include <atomic>
 #include <deque>
@@ -102,8 +103,17 @@ protected:
     /// does nothing when synchronous or when the output is no file. The caller holds the mutex.
     void writeAllPending();
 
-    /// Waits for the mutex for a second at most; false when another thread still holds it.
-    bool acquireInBoundedTime();
+    /// Does the step with the mutex held; false, without it, when another thread holds the mutex
+    /// for a second. Never throws: the step ends where memory runs out.
+    template<typename Step>
+    bool inBoundedTime(const Step& step) noexcept
+    {
+        if (!m_mutex.acquireWithin(1))
+            return false;
+        const KFMutexGuard guard(m_mutex, std::adopt_lock);
+        unlessMemoryRunsOut(step);
+        return true;
+    }
 
     mutable KFMutex m_mutex{true};
     std::atomic<bool> m_active = false;

@@ -1,7 +1,6 @@
 #include "ThreadTracer.h"
 
 #include "CallMarker.h"
-#include "KFMutexGuard.h"
 #include "MessageFormatter.h"
 #include "TimeStamp.h"
 #include "TracedAddress.h"
@@ -74,7 +73,6 @@ ThreadTracer::~ThreadTracer()
 
 void ThreadTracer::BeginningOfCall(CallMarker& marker)
 {
-    const KFMutexGuard guard(m_tracer.getMutex());
     if (!m_enabled)
         return;
     const int count = m_tracer.UpdateObjectCount(marker);
@@ -92,7 +90,6 @@ void ThreadTracer::BeginningOfCall(CallMarker& marker)
 // Also with tracing switched off meanwhile: the marker is about to go, so it must leave the stack.
 void ThreadTracer::EndOfCall(const CallMarker& marker) noexcept
 {
-    const KFMutexGuard guard(m_tracer.getMutex());
     if (CallMarker::isTracing() && m_enabled && m_tracer.getPrintExit() && marker.isPrinted())
         unlessMemoryRunsOut([this, &marker] { printExit(marker); });
     m_callStack.pop_back();
@@ -119,7 +116,6 @@ void ThreadTracer::PrintMsg(TraceMsgType type, const char* format, ...)
 
 void ThreadTracer::PrintStack() const
 {
-    const KFMutexGuard guard(m_tracer.getMutex());
     if (m_callStack.empty())
         return;
     m_tracer.PrintString("\n-------------- CALLSTACK --------------\n");

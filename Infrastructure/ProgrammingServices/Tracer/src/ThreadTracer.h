@@ -11,7 +11,8 @@ class Tracer;
 /// Writes the trace lines of one thread and keeps its stack of open calls.
 ///
 /// Owned by the tracer and used by its own thread, except that any thread may print the stack; so
-/// the stack changes under the tracer's mutex alone, which each operation takes that needs it.
+/// the stack changes under the tracer's mutex alone, which the tracer holds when it tells of a call
+/// or has the stack printed.
 class ThreadTracer {
 public:
     ThreadTracer(Tracer& tracer, std::string threadName);
@@ -21,6 +22,7 @@ public:
     ThreadTracer(const ThreadTracer&) = delete;
     ThreadTracer& operator=(const ThreadTracer&) = delete;
 
+    Tracer& getTracer() const { return m_tracer; }
     void setEnabled(bool enabled) { m_enabled = enabled; }
 
     /// Records the call and writes its entry line, unless the filters hide it. Kept: a hidden call

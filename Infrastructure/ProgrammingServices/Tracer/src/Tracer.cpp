@@ -3,7 +3,6 @@
 #include "CallMarker.h"
 #include "Contract.h"
 #include "Diagnostics.h"
-#include "KFMutexGuard.h"
 #include "MessageFormatter.h"
 #include "ThreadTracer.h"
 #include "TracerConfigFileParser.h"
@@ -19,16 +18,6 @@ namespace {
 
 constexpr const char* c_unit = "Infrastructure/ProgrammingServices/Tracer/src/Tracer";
 
-/// Set for good by a report that cannot have the mutex of the tracer.
-std::atomic<bool> s_isGivenUp = false;
-
-// Never destroyed: a thread may switch tracing while the process ends.
-KFMutex& flagMutex()
-{
-    static KFMutex& s_mutex = *new KFMutex(false);
-    return s_mutex;
-}
-
 } // namespace
 
 std::atomic<Tracer*> Tracer::m_Instance = nullptr;
@@ -39,7 +28,7 @@ Tracer::~Tracer()
 {
     Tracer* published = this;
     m_Instance.compare_exchange_strong(published, nullptr);
-    updateFlagOfMarkers();
+    updateTracing();
     endBackgroundWriting();
 }
 
@@ -56,7 +45,7 @@ void Tracer::SetInstance(Tracer* pTheTracer)
         return;
     }
     m_Instance = pTheTracer;
-    updateFlagOfMarkers();
+    updateTracing();
 }
 
 void Tracer::ReadConfigFile(const char* fileName)
@@ -67,13 +56,8 @@ void Tracer::ReadConfigFile(const char* fileName)
 
 void Tracer::giveUpWhenHeld()
 {
-    if (acquireInBoundedTime()) {
-        m_mutex.release();
-        return;
-    }
-    // Without the lock of the flag, which the thread that holds the other one may hold too.
-    s_isGivenUp = true;
-    CallMarker::s_tracing = false;
+    if (!inBoundedTime([] {}))
+        CallMarker::giveUpTracing();
 }
 
 void Tracer::Enable()
@@ -114,6 +98,12 @@ void Tracer::BeginningOfCall(CallMarker& marker)
     }
     if (threadTracer != nullptr)
         threadTracer->BeginningOfCall(marker);
+}
+
+void Tracer::EndOfCall(const CallMarker& marker) noexcept
+{
+    const KFMutexGuard guard(m_mutex);
+    marker.getThreadTracer()->EndOfCall(marker);
 }
 
 int Tracer::UpdateObjectCount(const CallMarker& marker)
@@ -196,7 +186,7 @@ void Tracer::setActive(bool active)
 {
     const KFMutexGuard guard(m_mutex);
     m_active = active;
-    updateFlagOfMarkers();
+    updateTracing();
 }
 
 std::shared_ptr<FlushThread> Tracer::makeFlushThread()
@@ -209,13 +199,13 @@ void Tracer::endWithoutFileName()
     Diagnostics::endProcess("please call TRACE_SET_FILE_NAME(\"baseFileName\")");
 }
 
-// Follows each change of which tracer is published and of whether it is active; of several at once
-// the last one to come here sees them all.
-void Tracer::updateFlagOfMarkers()
+// Follows each change of which tracer is published and of whether it is active.
+void Tracer::updateTracing()
 {
-    const KFMutexGuard guard(flagMutex());
-    const Tracer* const published = m_Instance;
-    CallMarker::s_tracing = published != nullptr && published->m_active && !s_isGivenUp;
+    CallMarker::updateTracing([] {
+        const Tracer* const published = m_Instance;
+        return published != nullptr && published->m_active.load();
+    });
 }
 
 ThreadTracer* Tracer::currentThreadTracer() const

@@ -55,6 +55,8 @@ public:
     void EndOfThread();
     /// Records a call on the calling thread, which is registered as "th_<id>" when it is not yet.
     void BeginningOfCall(CallMarker& marker);
+    /// Ends a call that this tracer has recorded; never throws.
+    void EndOfCall(const CallMarker& marker) noexcept;
     /// Counts a constructor or destructor; returns the class's count after it, 0 for other calls.
     int UpdateObjectCount(const CallMarker& marker);
 
@@ -93,13 +95,10 @@ public:
     void setMsgTypeMask(std::uint32_t mask) { m_msgTypeMask = mask; }
     void addMsgTypes(std::uint32_t types) { m_msgTypeMask |= types; }
 
-    /// The mutex that guards the tracer, for its thread tracers.
-    KFMutex& getMutex() { return m_mutex; }
-
 private:
     std::shared_ptr<FlushThread> makeFlushThread() override;
     [[noreturn]] void endWithoutFileName() override;
-    static void updateFlagOfMarkers();
+    static void updateTracing();
     ThreadTracer* currentThreadTracer() const;
     void enableCurrentThread(bool enabled);
 

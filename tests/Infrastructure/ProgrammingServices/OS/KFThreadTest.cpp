@@ -300,7 +300,7 @@ TEST(KFThread, RunsUntilTheTracerHasForgottenIt)
     PublishedTracer tracer;
     FunctionThread thread("flusher", [] {});
     std::vector<bool> running;
-    MutexWatch watch(tracer->getMutex());
+    MutexWatch watch(tracer.mutex());
     watch.onEachRelease([&] { running.push_back(thread.isRunning()); });
 
     thread.start();

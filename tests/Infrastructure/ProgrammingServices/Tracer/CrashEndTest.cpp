@@ -89,9 +89,9 @@ void closeReaderOfStandardOutput()
 }
 
 /// Violates on another thread, while this one holds the tracer's mutex for ever.
-void violateWhileTheTracerIsHeld(Tracer& tracer)
+void violateWhileTheTracerIsHeld(PublishedTracer& tracer)
 {
-    tracer.getMutex().acquire();
+    tracer.mutex().acquire();
     std::thread([] { Contract::require(false, "x", "F", 12); }).join();
 }
 
@@ -228,7 +228,7 @@ TEST_F(CrashEnd, TellsTheListenersAndWritesTheLogWhenTheTracerCannotBeHad)
         {
             CrashReport::printOnStandardError();
             logger.PrintString("pending log\n");
-            violateWhileTheTracerIsHeld(*tracer.operator->());
+            violateWhileTheTracerIsHeld(tracer);
         },
         testing::ExitedWithCode(0),
         testing::Eq("REQUIRE VIOLATION : x - In File : F - At Line : 12\n"));

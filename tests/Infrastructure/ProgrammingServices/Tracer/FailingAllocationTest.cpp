@@ -211,7 +211,7 @@ TEST_P(TracerWithoutMemory, ReleasesTheMutex)
         const Outcome outcome =
             failAllocation(++nth, [] { GetParam().run(*Tracer::GetInstance()); });
 
-        ASSERT_TRUE(isFreeForOthers(tracer->getMutex())) << "allocation " << nth;
+        ASSERT_TRUE(isFreeForOthers(tracer.mutex())) << "allocation " << nth;
         EXPECT_TRUE(!outcome.threw || GetParam().mayThrow) << "allocation " << nth;
         fails = outcome.failed;
     }

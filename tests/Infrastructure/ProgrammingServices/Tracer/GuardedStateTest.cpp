@@ -1,7 +1,6 @@
 #include "CallMarker.h"
 #include "ContendedMutex.h"
 #include "PublishedTracer.h"
-#include "ThreadTracer.h"
 
 #include <optional>
 
@@ -9,18 +8,16 @@
 
 TEST(GuardedStack, IsLeftUnderTheMutexOfTheTracer)
 {
-    const PublishedTracer published;
+    PublishedTracer tracer;
     std::optional<CallMarker> marker;
 
     EXPECT_TRUE(waitsFor(
-        Tracer::GetInstance()->getMutex(), [&marker] { marker.reset(); },
-        [&marker] { marker.emplace("f"); }));
+        tracer.mutex(), [&marker] { marker.reset(); }, [&marker] { marker.emplace("f"); }));
 }
 
 TEST(GuardedStack, IsPrintedUnderTheMutexOfTheTracer)
 {
     PublishedTracer tracer;
-    ThreadTracer thread(*Tracer::GetInstance(), "without calls");
 
-    EXPECT_TRUE(waitsFor(tracer->getMutex(), [&thread] { thread.PrintStack(); }));
+    EXPECT_TRUE(waitsFor(tracer.mutex(), [&tracer] { tracer->PrintStacks(); }));
 }

@@ -482,7 +482,7 @@ TEST(KFExceptionHandler, IsMadeOnceForManyThreads)
         {
             std::latch begun(threadCount + 1);
             // Nobody gets far in making one before all have begun to.
-            tracer->getMutex().acquire();
+            tracer.mutex().acquire();
             std::vector<std::thread> threads;
             for (int thread = 0; thread < threadCount; ++thread)
                 threads.emplace_back([&begun] {
@@ -490,7 +490,7 @@ TEST(KFExceptionHandler, IsMadeOnceForManyThreads)
                     handler();
                 });
             begun.arrive_and_wait();
-            tracer->getMutex().release();
+            tracer.mutex().release();
             for (std::thread& thread : threads)
                 thread.join();
             _exit(7);

@@ -84,12 +84,12 @@ TEST_F(TracerFlushThreadTest, HasNoNameInTraces)
 
 TEST_F(TracerFlushThreadTest, ComesBackWhileAnotherThreadKeepsTheMutexOfTheTracer)
 {
-    m_tracer->getMutex().acquire();
+    m_tracer.mutex().acquire();
     m_tracer->Initialize();
-    waitUntilWaitedFor(m_tracer->getMutex());
+    waitUntilWaitedFor(m_tracer.mutex());
 
     EXPECT_EQ(nextAskedSleep(), std::chrono::seconds(1));
-    m_tracer->getMutex().release();
+    m_tracer.mutex().release();
 }
 
 TEST(TracerFlushThread, KeepsItsObjectUntilItHasEnded)

@@ -6,11 +6,13 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace {
 
@@ -25,7 +27,7 @@ protected:
     bool waitsForTheMutex(
         const std::function<void()>& action, const std::function<void()>& preparation = [] {})
     {
-        KFMutex& mutex = m_tracer->getMutex();
+        KFMutex& mutex = m_tracer.mutex();
         const bool waits = waitsFor(mutex, action, preparation);
         const bool isFree = mutex.tryacquire();
         if (isFree)
@@ -113,7 +115,7 @@ TEST_F(TracerMutex, IsWaitedForByACount)
 TEST_F(TracerMutex, IsNotReleasedBeforeAThreadIsRegistered)
 {
     m_tracer->EndOfThread();
-    MutexWatch watch(m_tracer->getMutex());
+    MutexWatch watch(m_tracer.mutex());
     watch.onEachRelease([this] { m_tracer->PrintAllObjectsCount(); });
 
     m_tracer->BeginningOfThread("test");
@@ -130,13 +132,26 @@ TEST_F(TracerMutex, IsNotReleasedBetweenSwitchingOffAndTheEndOfWriting)
     m_tracer->setSynchronous(false);
     m_tracer->PrintString("pending\n");
     std::vector<State> states;
-    MutexWatch watch(m_tracer->getMutex());
+    MutexWatch watch(m_tracer.mutex());
     watch.onEachRelease(
         [&] { states.emplace_back(m_tracer->isActive(), m_tracer->areAllMsgFlushed()); });
 
     m_tracer->FinishTracing();
 
     EXPECT_THAT(states, testing::ElementsAre(State(false, true)));
+}
+
+TEST_F(TracerMutex, ThatCannotBeHadEndsTracingForGood)
+{
+    EXPECT_EXIT(
+        {
+            m_tracer.mutex().acquire();
+            std::thread([this] { m_tracer->giveUpWhenHeld(); }).join();
+            m_tracer.mutex().release();
+            m_tracer->setActive(true);
+            _exit(CallMarker::isTracing() ? 1 : 7);
+        },
+        testing::ExitedWithCode(7), "");
 }
 
 TEST_F(TracerMutex, FinishSwitchesOffBeforeItWritesWhatIsPending)

@@ -32,10 +32,16 @@ protected:
     PublishedTracer m_tracer;
 };
 
+/// A tracer whose mutex the test may release.
+class UnlockableTracer : public Tracer {
+public:
+    using Tracer::m_mutex;
+};
+
 /// A tracer that nobody published.
 class UnpublishedTracer : public testing::Test {
 protected:
-    Tracer m_tracer;
+    UnlockableTracer m_tracer;
 };
 
 using TracerDeathTest = UnpublishedTracer;
@@ -489,7 +495,7 @@ TEST_F(UnpublishedTracer, TellsOfAFileThatCannotBeOpened)
         testing::internal::GetCapturedStderr(),
         "Tracer : can't open " + folder.file("missing/trace_0.txt") + "\n");
     EXPECT_FALSE(m_tracer.areAllMsgFlushed());
-    m_tracer.getMutex().release();
+    m_tracer.m_mutex.release();
 }
 
 TEST_F(UnpublishedTracer, WritesCallsToTheConsoleFollowedByAnEmptyLine)

@@ -44,5 +44,5 @@ TEST(Pipe, TellsTheErrorAlsoWhereTheTraceOfTheCallFails)
     EXPECT_EQ(error, EMFILE);
     EXPECT_FALSE(pipe.readEnd.isOpen());
     EXPECT_NE(testing::internal::GetCapturedStderr(), "") << "the trace cannot be opened";
-    tracer->getMutex().release(); // kept where no file can be opened
+    tracer.mutex().release(); // kept where no file can be opened
 }
