@@ -5,6 +5,7 @@
 #include "VirtualDisplay.h"
 
 #include <cstdlib>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -96,6 +97,16 @@ TEST_F(DesktopSessionDisplayTest, UsesTheAccessibilityBusThatTheDisplayNames)
     EXPECT_EQ(DesktopSession::prepare(), Bus::accessibility);
 
     EXPECT_EQ(variable("DBUS_SESSION_BUS_ADDRESS"), "unix:path=/a/bus,guid=1");
+}
+
+TEST_F(DesktopSessionDisplayTest, ReadsNoMoreOfAnAddressThan4096Bytes)
+{
+    const std::string address = "unix:path=/" + std::string(5000, 'x');
+    VirtualDisplay::setRootProperty("AT_SPI_BUS", address);
+
+    EXPECT_EQ(DesktopSession::prepare(), Bus::accessibility);
+
+    EXPECT_EQ(variable("DBUS_SESSION_BUS_ADDRESS"), address.substr(0, 4096));
 }
 
 TEST_F(DesktopSessionDisplayTest, HasNoBusWhereTheDisplayNamesNone)
