@@ -17,6 +17,7 @@
 
 #include <array>
 #include <functional>
+#include <memory>
 #include <stdexcept>
 #include <string>
 
@@ -244,6 +245,26 @@ TEST_F(ApplicationTest, ReportOfAnExceptionKeepsTheCodeZero)
             _exit(KeptViolation::code() == "0" ? 7 : 8);
         },
         testing::ExitedWithCode(7), "");
+}
+
+TEST_F(ApplicationTest, ReportOfAnExceptionIsMarked)
+{
+    const PublishedTracer tracer;
+
+    EXPECT_EXIT(
+        TavConfigurationApplication::endWithReport(KFException("BROKEN", "Some/Unit", 12)),
+        testing::ExitedWithCode(0), "");
+
+    EXPECT_THAT(
+        tracer.linesOfAllThreads(),
+        testing::HasSubstr("]TavConfigurationApplication::endWithReport\n"));
+}
+
+TEST_F(ApplicationTest, IsCountedFromConstructorToDestructor)
+{
+    expectCounted("TavConfigurationApplication", [this] {
+        return std::make_unique<TavConfigurationApplication>(m_argc, m_argv.data());
+    });
 }
 
 TEST_F(ApplicationTest, OtherExceptionInTheLoopEndsInTheReportOfTheAbort)
