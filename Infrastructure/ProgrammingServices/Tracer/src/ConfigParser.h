@@ -1,7 +1,6 @@
 #pragma once
 
 #include "ConfigScanner.h"
-#include "Console.h"
 
 #include <cstdint>
 #include <span>
@@ -44,9 +43,7 @@ public:
     {
         while (m_scanner.nextLine()) {
             if (!parseLine()) {
-                Console::writeError(
-                    "syntax error at line " + std::to_string(m_scanner.lineNumber()) + " of " +
-                    m_facilityName + " config file\n");
+                m_scanner.tellWrongLine(m_facilityName);
                 return false;
             }
         }

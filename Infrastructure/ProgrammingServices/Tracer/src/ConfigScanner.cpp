@@ -97,6 +97,13 @@ bool ConfigScanner::readLevelWords(std::uint32_t& mask)
     return true;
 }
 
+void ConfigScanner::tellWrongLine(const char* facility) const
+{
+    Console::writeError(
+        "syntax error at line " + std::to_string(m_lineNumber) + " of " + facility +
+        " config file\n");
+}
+
 std::string_view ConfigScanner::readToken()
 {
     if (isAtEndOfLine())

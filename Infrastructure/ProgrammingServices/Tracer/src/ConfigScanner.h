@@ -46,6 +46,9 @@ public:
     /// Adds the bits of the level words, one at least, that are left on the line.
     bool readLevelWords(std::uint32_t& mask);
 
+    /// Tells the current line on the standard error as wrong in the file of the facility ("log").
+    void tellWrongLine(const char* facility) const;
+
 protected:
     /// The prefix ("LOG_", "TRACE_") must outlive the scanner.
     ConfigScanner(std::string content, std::string_view wordPrefix);
