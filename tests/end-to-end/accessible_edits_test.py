@@ -2,7 +2,7 @@
 
 import unittest
 
-from scenario import Scenario, network_file
+from scenario import Scenario, network_text
 
 REFUSED = ("host", " ", "1 2", "abc1.2", "1.2x", "1.2\n", "-1")
 
@@ -28,10 +28,10 @@ class AccessibleEdits(Scenario):
         window.address.delete_text(5, 7)
         window.save()
         self.assert_ended(window)
-        self.assertEqual(self.stored(), network_file(monitoring="true", address="1.192.2.17"))
+        self.assertEqual(self.stored(), network_text(monitoring="true", address="1.192.2.17"))
 
     def test_stored_name_shows_and_stays_when_a_part_of_it_is_edited(self):
-        self.store(network_file(monitoring="true", address="gate.example"))
+        self.store(network_text(monitoring="true", address="gate.example"))
         window = self.open_window()
 
         window.address.insert_text(4, "1")
@@ -41,20 +41,20 @@ class AccessibleEdits(Scenario):
         self.assertEqual(window.address.text, "gate.example")
         window.save()
         self.assert_ended(window)
-        self.assertEqual(self.stored(), network_file(monitoring="true", address="gate.example"))
+        self.assertEqual(self.stored(), network_text(monitoring="true", address="gate.example"))
 
     def test_stored_name_is_replaced_whole(self):
-        self.store(network_file(monitoring="true", address="gate.example"))
+        self.store(network_text(monitoring="true", address="gate.example"))
         window = self.open_window()
 
         window.address.set_text("10.0.0.1")
 
         window.save()
         self.assert_ended(window)
-        self.assertEqual(self.stored(), network_file(monitoring="true", address="10.0.0.1"))
+        self.assertEqual(self.stored(), network_text(monitoring="true", address="10.0.0.1"))
 
     def test_stored_name_is_cleared_whole(self):
-        self.store(network_file(address="gate.example"))
+        self.store(network_text(address="gate.example"))
         window = self.open_window()
 
         window.address.delete_text(0, 12)
@@ -62,7 +62,7 @@ class AccessibleEdits(Scenario):
         self.assertEqual(window.address.text, "")
         window.save()
         self.assert_ended(window)
-        self.assertEqual(self.stored(), network_file())
+        self.assertEqual(self.stored(), network_text())
 
     def test_line_breaks_are_saved_as_blanks(self):
         window = self.open_window()
@@ -73,7 +73,7 @@ class AccessibleEdits(Scenario):
 
         window.save()
         self.assert_ended(window)
-        self.assertEqual(self.stored(), network_file(start="/opt/vpn up", stop="/opt/vpn  down"))
+        self.assertEqual(self.stored(), network_text(start="/opt/vpn up", stop="/opt/vpn  down"))
 
 
 if __name__ == "__main__":

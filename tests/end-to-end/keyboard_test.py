@@ -3,7 +3,7 @@
 import unittest
 
 from desktop import wait_for
-from scenario import Scenario, network_file
+from scenario import Scenario, network_text
 
 
 class Keyboard(Scenario):
@@ -26,7 +26,7 @@ class Keyboard(Scenario):
         self.assert_ended(window)
 
     def test_return_saves(self):
-        self.store(network_file("Head office"))
+        self.store(network_text("Head office"))
         window = self.open_window()
         window.choose_monitoring()
         wait_for(lambda: window.address.enabled, "enabled address field")
@@ -39,20 +39,20 @@ class Keyboard(Scenario):
 
         self.assert_ended(window)
         self.assertEqual(
-            self.stored(), network_file("Head office", monitoring="true", address="10.1.2.3"))
+            self.stored(), network_text("Head office", monitoring="true", address="10.1.2.3"))
 
     def test_escape_cancels(self):
-        self.store(network_file("Head office"))
+        self.store(network_text("Head office"))
         window = self.open_window()
         window.choose_monitoring()
 
         self.desktop.key("Escape")
 
         self.assert_ended(window)
-        self.assertEqual(self.stored(), network_file("Head office"))
+        self.assertEqual(self.stored(), network_text("Head office"))
 
     def test_tab_reaches_every_control_and_comes_back(self):
-        self.store(network_file(vpn="true", start="/a", stop="/b", monitoring="true", address="1"))
+        self.store(network_text(vpn="true", start="/a", stop="/b", monitoring="true", address="1"))
         window = self.open_window()
         focused = lambda: next((n.name for n in window.node.descendants() if n.focused), None)
 

@@ -3,7 +3,7 @@
 import os
 import unittest
 
-from scenario import Scenario, network_file
+from scenario import Scenario, network_text
 
 
 class OddFiles(Scenario):
@@ -34,14 +34,14 @@ class OddFiles(Scenario):
     def test_symbolic_link_in_the_files_place_is_not_followed(self):
         self.folder.mkdir(parents=True)
         target = self.data / "elsewhere"
-        target.write_text(network_file("Elsewhere"))
+        target.write_text(network_text("Elsewhere"))
         self.file.symlink_to(target)
         window = self.open_window()
 
         window.save()
 
         self.assert_ended(window)
-        self.assertEqual(target.read_text(), network_file("Elsewhere"))
+        self.assertEqual(target.read_text(), network_text("Elsewhere"))
 
     def test_wrong_headers_count_as_no_network(self):
         for content in ("", "<plist version=\"1.0\">\n<dict>\n</dict>\n</plist>",
@@ -53,10 +53,10 @@ class OddFiles(Scenario):
                 window.save()
 
                 self.assert_ended(window)
-                self.assertEqual(self.stored(), network_file())
+                self.assertEqual(self.stored(), network_text())
 
     def test_entries_before_a_fault_are_kept(self):
-        self.store(network_file("Head office", start="/opt/start").replace(
+        self.store(network_text("Head office", start="/opt/start").replace(
             "\t\t\t<key>StopArguments</key>", "\n\t\t\t<key>StopArguments</key>"))
         window = self.open_window()
 
@@ -64,7 +64,7 @@ class OddFiles(Scenario):
         window.save()
 
         self.assert_ended(window)
-        self.assertEqual(self.stored(), network_file("Head office", start="/opt/start"))
+        self.assertEqual(self.stored(), network_text("Head office", start="/opt/start"))
 
 
 if __name__ == "__main__":

@@ -4,11 +4,11 @@ import unittest
 
 from configuration_window import NO_MONITORING, NO_VPN, WITH_MONITORING, WITH_VPN
 from desktop import wait_for
-from scenario import Scenario, network_file
+from scenario import Scenario, network_text
 
 VALUES = {"start": "/usr/sbin/vpn", "start_arguments": "up office", "stop": "/usr/sbin/vpn",
           "stop_arguments": "down office", "address": "192.0.2.17"}
-FILLED = network_file(vpn="true", monitoring="true", **VALUES)
+FILLED = network_text(vpn="true", monitoring="true", **VALUES)
 
 SECOND_NETWORK = """\t<key>Company2</key>
 \t<dict>
@@ -48,7 +48,7 @@ class SaveRoad(Scenario):
         self.assertEqual(self.last_log_line(), "[WARNING] No company netword defined.\n")
 
     def test_stored_values_show_and_an_untouched_save_keeps_every_byte(self):
-        stored = network_file(
+        stored = network_text(
             "Head office", vpn="true", start="/opt/a b/start", start_arguments="<x> & \"y\" é",
             stop="/opt/stop", monitoring="true", address="1.2.3.4", more=SECOND_NETWORK)
         self.store(stored)
@@ -63,7 +63,7 @@ class SaveRoad(Scenario):
         self.assertEqual(self.stored(), stored)
 
     def test_only_the_first_network_changes(self):
-        self.store(network_file("Head office", more=SECOND_NETWORK))
+        self.store(network_text("Head office", more=SECOND_NETWORK))
         window = self.open_window()
         window.choose_monitoring()
         window.address.set_text("10.0.0.1")
@@ -71,11 +71,11 @@ class SaveRoad(Scenario):
         window.save()
 
         self.assert_ended(window)
-        self.assertEqual(self.stored(), network_file(
+        self.assertEqual(self.stored(), network_text(
             "Head office", monitoring="true", address="10.0.0.1", more=SECOND_NETWORK))
 
     def test_replaced_version_stays_beside_the_file(self):
-        self.store(network_file("Head office"))
+        self.store(network_text("Head office"))
         window = self.open_window()
         window.choose_monitoring()
         window.address.set_text("10.0.0.1")
@@ -84,7 +84,7 @@ class SaveRoad(Scenario):
 
         self.assert_ended(window)
         backup = self.folder / "CompanyNetworkConfiguration.cfg.bak"
-        self.assertEqual(backup.read_text(), network_file("Head office"))
+        self.assertEqual(backup.read_text(), network_text("Head office"))
 
     def test_switched_off_groups_are_disabled_and_keep_and_save_their_values(self):
         self.store(FILLED)
@@ -101,23 +101,23 @@ class SaveRoad(Scenario):
         window.save()
         self.assert_ended(window)
         self.assertEqual(
-            self.stored(), network_file(vpn="false", monitoring="false", **VALUES))
+            self.stored(), network_text(vpn="false", monitoring="false", **VALUES))
 
     def test_vpn_without_monitoring_shows_and_either_choice_switches_alone(self):
-        stored = network_file(vpn="true", monitoring="false", **VALUES)
+        stored = network_text(vpn="true", monitoring="false", **VALUES)
         opened = [WITH_VPN, NO_MONITORING]
         self._assert_switch(stored, opened, NO_VPN, [NO_VPN, NO_MONITORING],
-                            network_file(vpn="false", monitoring="false", **VALUES))
+                            network_text(vpn="false", monitoring="false", **VALUES))
         self._assert_switch(stored, opened, WITH_MONITORING, [WITH_VPN, WITH_MONITORING],
-                            network_file(vpn="true", monitoring="true", **VALUES))
+                            network_text(vpn="true", monitoring="true", **VALUES))
 
     def test_monitoring_without_vpn_shows_and_either_choice_switches_alone(self):
-        stored = network_file(vpn="false", monitoring="true", **VALUES)
+        stored = network_text(vpn="false", monitoring="true", **VALUES)
         opened = [NO_VPN, WITH_MONITORING]
         self._assert_switch(stored, opened, WITH_VPN, [WITH_VPN, WITH_MONITORING],
-                            network_file(vpn="true", monitoring="true", **VALUES))
+                            network_text(vpn="true", monitoring="true", **VALUES))
         self._assert_switch(stored, opened, NO_MONITORING, [NO_VPN, NO_MONITORING],
-                            network_file(vpn="false", monitoring="false", **VALUES))
+                            network_text(vpn="false", monitoring="false", **VALUES))
 
     def test_cancel_leaves_the_file_untouched(self):
         self.store(FILLED)
@@ -135,7 +135,7 @@ class SaveRoad(Scenario):
             self.last_log_line(), "[LEVEL_0] Process has kAuthorizationRightExecute right\n")
 
     def test_vpn_without_a_command_line_is_refused_with_an_alert(self):
-        self.store(network_file())
+        self.store(network_text())
         window = self.open_window()
         window.choose_vpn()
         window.start_command.set_text("/usr/sbin/vpn")
@@ -149,7 +149,7 @@ class SaveRoad(Scenario):
         self._assert_open_and_unsaved(window)
 
     def test_monitoring_without_an_address_is_refused_with_an_alert(self):
-        self.store(network_file())
+        self.store(network_text())
         window = self.open_window()
         window.choose_monitoring()
 
@@ -179,7 +179,7 @@ class SaveRoad(Scenario):
         window.save()
 
         self.assert_ended(window)
-        self.assertEqual(self.stored(), network_file(
+        self.assertEqual(self.stored(), network_text(
             vpn="true", start="/opt/<b>&amp; \"x\" 'y'", stop="/opt/日本語/😀"))
 
     def _assert_switch(self, stored, opened, choice, chosen, saved):
@@ -198,7 +198,7 @@ class SaveRoad(Scenario):
 
     def _assert_open_and_unsaved(self, window):
         wait_for(lambda: window.application.window_titles() == [window.node.name], "closed alert")
-        self.assertEqual(self.stored(), network_file())
+        self.assertEqual(self.stored(), network_text())
         window.cancel()
         self.assert_ended(window)
 

@@ -11,7 +11,7 @@ from pathlib import Path
 
 from configuration_window import ConfigurationWindow
 from desktop import wait_for
-from scenario import TOOL, Scenario, network_file
+from scenario import TOOL, Scenario, network_text
 
 TALKATIVE = "*.debug=true"  # the toolkit tells of almost everything that it does
 
@@ -54,7 +54,7 @@ class Session(Scenario):
 
                 self.assert_ended(window)
                 self.assertEqual(
-                    self.stored(), network_file(monitoring="true", address="192.0.2.17"))
+                    self.stored(), network_text(monitoring="true", address="192.0.2.17"))
                 self.file.unlink()
 
     def test_reader_is_not_kept_waiting_while_the_window_lives(self):
@@ -109,7 +109,7 @@ class Session(Scenario):
         window.save()
 
         self.assert_ended(window)
-        self.assertEqual(self.stored(), network_file(monitoring="true", address="192.0.2.17"))
+        self.assertEqual(self.stored(), network_text(monitoring="true", address="192.0.2.17"))
 
     def test_reader_is_told_that_no_display_can_be_used(self):
         read_end, write_end = pipe()

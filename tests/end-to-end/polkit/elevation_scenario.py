@@ -8,7 +8,7 @@ import private_machine
 from configuration_window import ConfigurationWindow
 from desktop import Application
 from launched_tool import LaunchedTool
-from network_file import network_file
+from network_text import network_text
 from relaunched_tool import RelaunchedTool
 from user_desktop import UserDesktop
 
@@ -82,7 +82,7 @@ class WindowScenario(ElevationScenario):
 
     def assert_saved(self):
         self.assertEqual(
-            self.settings().read_text(), network_file(monitoring="true", address="192.0.2.17"))
+            self.settings().read_text(), network_text(monitoring="true", address="192.0.2.17"))
 
 
 def main(prefix="prefix"):

@@ -9,7 +9,7 @@ import unittest
 import texts
 from configuration_window import ConfigurationWindow
 from desktop import Desktop
-from network_file import network_file  # noqa: F401, for the scenarios
+from network_text import network_text  # noqa: F401, for the scenarios
 
 TOOL = pathlib.Path(sys.argv.pop(1))
 SCOPE = texts.load(TOOL.parent / "ID.txt")["UPGRADE_CODE"]

@@ -1,4 +1,4 @@
-#include "ConfigurationFile.h"
+#include "ConfigurationPlace.h"
 #include "LocalizedTexts.h"
 #include "MarkedCalls.h"
 #include "RecordingController.h"
@@ -15,7 +15,7 @@ namespace {
 
 class ModelCalls : public testing::TestWithParam<MarkedCall<Model>> {
 protected:
-    ConfigurationFile file;
+    ConfigurationPlace file;
     LocalizedTexts texts{""};
     RecordingController controller;
     Model model{&controller, &texts.alertPresenter};

@@ -1,6 +1,6 @@
 #include "TavConfigurationModel.h"
 
-#include "ConfigurationFile.h"
+#include "ConfigurationPlace.h"
 #include "LocalizedTexts.h"
 #include "RecordingController.h"
 
@@ -89,7 +89,7 @@ protected:
         return *m_model;
     }
 
-    ConfigurationFile m_file;
+    ConfigurationPlace m_file;
     LocalizedTexts m_texts{"MSGOK_DLG_TITLE=Title\n"
                            "MSGOK_DLG_FILL_BOTH_COMMAND_LINE=Both commands\n"
                            "MSGOK_DLG_FILL_CORRECT_IP_ADDRESS=An address\n"};

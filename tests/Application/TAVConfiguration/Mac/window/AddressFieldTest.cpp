@@ -1,6 +1,6 @@
 #include "ConfigurationWindow.h"
 #include "EditingWay.h"
-#include "NetworkFile.h"
+#include "NetworkText.h"
 
 #include <string>
 
@@ -12,7 +12,7 @@ class AddressFieldTest : public testing::Test {
 protected:
     explicit AddressFieldTest(const std::string& stored = "")
         : m_window(
-              NetworkFile{.monitoringActivated = "true", .address = stored}.bytes(),
+              NetworkText{.monitoringActivated = "true", .address = stored}.bytes(),
               "MONITORING_IP_ADDRESS=Address\n")
     {
     }

@@ -1,5 +1,5 @@
 #include "BlockedViolations.h"
-#include "ConfigurationFile.h"
+#include "ConfigurationPlace.h"
 #include "CrashReport.h"
 #include "KFException.h"
 #include "KeptViolation.h"
@@ -57,7 +57,7 @@ protected:
         return runConfigurationApplication(m_argc, m_argv.data());
     }
 
-    ConfigurationFile m_file;
+    ConfigurationPlace m_file;
     LocalizedTexts m_texts{shippedTexts("EN")};
     TemporaryFolder m_runtimeFolder;
     ScopedEnvironment m_runtime{"XDG_RUNTIME_DIR", m_runtimeFolder.path()};

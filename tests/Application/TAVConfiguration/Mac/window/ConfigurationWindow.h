@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ConfigurationFile.h"
+#include "ConfigurationPlace.h"
 #include "LocalizedTexts.h"
 #include "TavConfigurationController.h"
 #include "Typing.h"
@@ -49,7 +49,7 @@ public:
         typeText(control, QString::fromUtf8(text));
     }
 
-    ConfigurationFile file;
+    ConfigurationPlace file;
 
 private:
     LocalizedTexts m_texts;

@@ -1,6 +1,6 @@
 #include "ConfigurationWindow.h"
 #include "Later.h"
-#include "NetworkFile.h"
+#include "NetworkText.h"
 
 #include <QFileDialog>
 
@@ -25,7 +25,7 @@ const std::string texts = "MSGOK_DLG_TITLE=Title\n"
                           "GROUPBOX_MONITORING_LABEL=\nMONITORING_DISABLE_RADIO_BUTTON=\n"
                           "MONITORING_ENABLE_RADIO_BUTTON=\nMONITORING_IP_ADDRESS=\n";
 
-const NetworkFile on{
+const NetworkText on{
     .vpnActivated = "true",
     .startCommandLine = "/bin/up",
     .startArguments = "-u",
@@ -34,7 +34,7 @@ const NetworkFile on{
     .monitoringActivated = "true",
     .address = "10.0.0.1"};
 
-const NetworkFile edited{
+const NetworkText edited{
     .vpnActivated = "true",
     .startCommandLine = "/opt/new up",
     .startArguments = "<b> & \"a\"",
@@ -96,7 +96,7 @@ TEST_F(WindowActionsTest, SaveWritesWhatTheWindowHoldsAndEndsTheApplication)
 TEST_F(WindowActionsTest, EachGroupIsSavedAsItsOwnCellsSay)
 {
     for (const bool vpn : {false, true}) {
-        NetworkFile expected = on;
+        NetworkText expected = on;
         expected.vpnActivated = vpn ? "true" : "false";
         expected.monitoringActivated = vpn ? "false" : "true";
         const ConfigurationWindow window(on.bytes(), texts);
@@ -129,7 +129,7 @@ TEST_F(WindowActionsTest, EnterInAFieldSaves)
             [&] { QTest::keyClick(&m_window.outlet("m_IPAddressTextField"), Qt::Key_Return); }),
         0);
 
-    NetworkFile expected = on;
+    NetworkText expected = on;
     expected.address = "9.9";
     EXPECT_EQ(m_window.file.read(), expected.bytes());
 }
@@ -148,7 +148,7 @@ TEST_F(WindowActionsTest, SwitchedOffFieldsAreSavedToo)
 
     EXPECT_EQ(runUntilClosed([&] { m_window.click("saveButton"); }), 0);
 
-    NetworkFile expected = on;
+    NetworkText expected = on;
     expected.vpnActivated = "false";
     expected.startCommandLine = "/typed/before";
     expected.monitoringActivated = "false";
@@ -167,7 +167,7 @@ TEST_F(WindowActionsTest, SaveWithoutAnyTextIsFineWhenBothAreSwitchedOff)
 
     EXPECT_EQ(runUntilClosed([&] { m_window.click("saveButton"); }), 0);
 
-    EXPECT_EQ(m_window.file.read(), NetworkFile().bytes());
+    EXPECT_EQ(m_window.file.read(), NetworkText().bytes());
 }
 
 TEST_F(WindowActionsTest, VpnWithoutACommandIsToldAndNothingIsWritten)
@@ -236,7 +236,7 @@ TEST_F(WindowActionsTest, SaveGoesThroughAfterTheEntriesAreCompleted)
 
     EXPECT_EQ(runUntilClosed([&] { m_window.click("saveButton"); }), 0);
 
-    NetworkFile expected = on;
+    NetworkText expected = on;
     expected.address = "5.5";
     EXPECT_EQ(m_window.file.read(), expected.bytes());
 }
@@ -284,7 +284,7 @@ TEST_F(WindowActionsTest, NothingActsOnceTheApplicationIsEnding)
 
 TEST_F(WindowActionsTest, UntouchedValuesAreSavedByteForByte)
 {
-    NetworkFile odd = on;
+    NetworkText odd = on;
     odd.startArguments = "caf\xE9 \x01";
     odd.address = "host.example";
     ConfigurationWindow window(odd.bytes(), texts);

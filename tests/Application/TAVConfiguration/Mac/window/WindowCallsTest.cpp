@@ -117,7 +117,7 @@ TEST(WindowObjects, AreCountedFromConstructorToDestructor)
 
 TEST(WindowObjects, EndOfTheControllerHoldsThatOfItsModel)
 {
-    const ConfigurationFile file;
+    const ConfigurationPlace file;
     const LocalizedTexts texts("");
     QDialog dialog;
     RecordingAlertPresenter alertPresenter;

@@ -1,5 +1,5 @@
 #include "ConfigurationWindow.h"
-#include "NetworkFile.h"
+#include "NetworkText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,13 +14,13 @@ constexpr const char* vpnControls[] = {"m_startCommandLineField", "m_startArgsFi
 constexpr const char* vpnLabels[] = {
     "m_startCommandLineLabel", "m_startArgsLabel", "m_stopCommandLineLabel", "m_stopArgsLabel"};
 
-const NetworkFile off{
+const NetworkText off{
     .startCommandLine = "/bin/up",
     .startArguments = "-u",
     .stopCommandLine = "/bin/down",
     .stopArguments = "-d",
     .address = "10.0.0.1"};
-const NetworkFile on{
+const NetworkText on{
     .vpnActivated = "true",
     .startCommandLine = "/bin/up",
     .stopCommandLine = "/bin/down",
@@ -112,9 +112,9 @@ TEST(WindowChoices, StartSwitchedOnAsTheFileSays)
 
 TEST(WindowChoices, EachGroupStartsAsItsOwnSectionSays)
 {
-    const ConfigurationWindow vpnAlone(NetworkFile{.vpnActivated = "true"}.bytes(), "");
+    const ConfigurationWindow vpnAlone(NetworkText{.vpnActivated = "true"}.bytes(), "");
     const ConfigurationWindow monitoringAlone(
-        NetworkFile{.monitoringActivated = "true"}.bytes(), "");
+        NetworkText{.monitoringActivated = "true"}.bytes(), "");
 
     expectVpn(vpnAlone, true);
     expectMonitoring(vpnAlone, false);

@@ -1,5 +1,5 @@
 #include "ConfigurationWindow.h"
-#include "NetworkFile.h"
+#include "NetworkText.h"
 #include "ShippedTexts.h"
 
 #include <QAbstractEventDispatcher>
@@ -18,7 +18,7 @@
 
 namespace {
 
-const NetworkFile on{.vpnActivated = "true", .monitoringActivated = "true"};
+const NetworkText on{.vpnActivated = "true", .monitoringActivated = "true"};
 
 class WindowInLanguage : public testing::TestWithParam<const char*> {
 protected:
@@ -260,7 +260,7 @@ TEST(WindowLayout, MnemonicOfALabelLeadsToItsField)
 
 TEST(WindowLayout, SetUpBringsTheWindowToTheFrontOfAnother)
 {
-    const ConfigurationFile file;
+    const ConfigurationPlace file;
     LocalizedTexts texts(shippedTexts("EN"));
     QDialog window(nullptr, Qt::Window);
     TavConfigurationController controller(window, texts.alertPresenter);

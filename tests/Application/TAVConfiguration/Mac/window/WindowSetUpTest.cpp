@@ -1,5 +1,5 @@
 #include "ConfigurationWindow.h"
-#include "NetworkFile.h"
+#include "NetworkText.h"
 #include "ShippedTexts.h"
 
 #include <functional>
@@ -28,7 +28,7 @@ private:
 /// A window that has its controls and is not set up yet; every text is missing.
 class WindowSetUpTest : public testing::Test {
 protected:
-    WindowSetUpTest() { m_file.write(NetworkFile{.startCommandLine = "/stored"}.bytes()); }
+    WindowSetUpTest() { m_file.write(NetworkText{.startCommandLine = "/stored"}.bytes()); }
 
     std::string startCommandLine() const
     {
@@ -41,7 +41,7 @@ protected:
         m_controller.awakeFromNib();
     }
 
-    ConfigurationFile m_file;
+    ConfigurationPlace m_file;
     LocalizedTexts m_texts{""};
     QDialog m_window{nullptr, Qt::Window};
     TavConfigurationController m_controller{m_window, m_texts.alertPresenter};
@@ -52,7 +52,7 @@ protected:
 TEST_F(WindowSetUpTest, ReadsTheFileBeforeMissingTextsAreTold)
 {
     ActingAlertPresenter alertPresenter(
-        [&] { m_file.write(NetworkFile{.startCommandLine = "/written since"}.bytes()); });
+        [&] { m_file.write(NetworkText{.startCommandLine = "/written since"}.bytes()); });
 
     setUpWith(alertPresenter);
 
@@ -85,14 +85,14 @@ TEST_F(WindowSetUpTest, WindowThatIsNotSetUpClosesAndDoesNothingElse)
     m_window.close();
 
     EXPECT_FALSE(m_window.isVisible());
-    EXPECT_EQ(m_file.read(), NetworkFile{.startCommandLine = "/stored"}.bytes());
+    EXPECT_EQ(m_file.read(), NetworkText{.startCommandLine = "/stored"}.bytes());
 }
 
 TEST(WindowSetUp, DoneTwiceShowsTextsAndFileAnewAndActsOnce)
 {
     ConfigurationWindow window(
-        NetworkFile{.address = "1"}.bytes(), shippedTexts("EN") + "SAVE_BUTTON=Save & go\n");
-    window.file.write(NetworkFile{.vpnActivated = "true", .address = "2"}.bytes());
+        NetworkText{.address = "1"}.bytes(), shippedTexts("EN") + "SAVE_BUTTON=Save & go\n");
+    window.file.write(NetworkText{.vpnActivated = "true", .address = "2"}.bytes());
 
     window.controller.awakeFromNib();
     window.click("saveButton");

@@ -3,7 +3,7 @@
 #include <string>
 
 /// The values of a configuration file with one network, and the file's bytes.
-struct NetworkFile {
+struct NetworkText {
     std::string vpnActivated = "false";
     std::string startCommandLine = "";
     std::string startArguments = "";

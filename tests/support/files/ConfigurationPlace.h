@@ -8,9 +8,9 @@
 
 /// The configuration file of one test, in an all-users data folder of its own; there is none at
 /// first.
-class ConfigurationFile {
+class ConfigurationPlace {
 public:
-    ConfigurationFile()
+    ConfigurationPlace()
     {
         std::error_code ignored;
         std::filesystem::create_directories(m_folders.allUsers().file("Pelora"), ignored);

@@ -1,7 +1,7 @@
 """The configuration file as text."""
 
 
-def network_file(name="Intranet", *, vpn="false", start="", start_arguments="", stop="",
+def network_text(name="Intranet", *, vpn="false", start="", start_arguments="", stop="",
                  stop_arguments="", monitoring="false", address="", more=""):
     """A whole configuration file as the tool writes it; `more` stands behind the first network."""
     return f"""<?xml version="1.0" encoding="UTF-8"?>
