@@ -1,5 +1,5 @@
 #include "Dictionary.h"
-#include "DictionaryCursor.h"
+#include "DictionaryDescent.h"
 #include "Require.h"
 
 #include <cstddef>
@@ -30,16 +30,16 @@ bool isRepresentable(const DictionaryEntries::Entry& entry)
 
 bool isRepresentable(const Dictionary& dictionary)
 {
-    DictionaryCursor cursor;
-    cursor.enter(dictionary);
-    while (cursor.depth() > 0) {
-        const DictionaryEntries::Entry* const entry = cursor.next();
+    DictionaryDescent descent(nullptr);
+    descent.enter(dictionary);
+    while (descent.depth() > 0) {
+        const DictionaryEntries::Entry* const entry = descent.next();
         if (entry == nullptr)
-            cursor.leave();
+            descent.leave();
         else if (!isRepresentable(*entry))
             return false;
         else if (const Dictionary* const child = DictionaryEntries::dictionaryIn(*entry))
-            cursor.enter(*child);
+            descent.enter(*child);
     }
     return true;
 }

@@ -25,21 +25,6 @@ using Entry = DictionaryEntries::Entry;
 
 constexpr const char* s_unit = "Infrastructure/ProgrammingServices/Dictionary/src/Dictionary";
 
-// Operations that show one call for each dictionary that they pass.
-constexpr const char* s_getItem = "Item* Dictionary::getItem(const std::string&) const";
-constexpr const char* s_contains = "bool Dictionary::contains(const std::string&)";
-constexpr const char* s_findItem = "Item* Dictionary::findItem(const std::string&)";
-constexpr const char* s_findValue = "const char* Dictionary::findValue(const std::string&) const";
-constexpr const char* s_doFindItems =
-    "void Dictionary::doFindItems(const std::string&, std::list<Item*>&)";
-constexpr const char* s_doFindValues =
-    "void Dictionary::doFindValues(const std::string&, std::list<const char*>&) const";
-constexpr const char* s_doGetItemPath =
-    "std::string Dictionary::doGetItemPath(Item&, const std::string&)";
-constexpr const char* s_setItem = "void Dictionary::setItem(const std::string&, Item&)";
-constexpr const char* s_doRemoveItem = "bool Dictionary::doRemoveItem(const std::string&)";
-constexpr const char* s_removeAllItems = "void Dictionary::removeAllItems(Item&)";
-
 void traceMiss(const CallMarker& marker, const PathKeys& keys)
 {
     if (keys.isLast())
@@ -114,11 +99,11 @@ Dictionary::~Dictionary()
 
 const char* Dictionary::findValue(const std::string& path) const
 {
-    CallMarker marker(s_findValue, this);
+    CallMarker marker("const char* Dictionary::findValue(const std::string&) const", this);
 
-    DictionaryWalk walk(*this, marker, s_findValue, DictionaryWalk::Leaves::told);
+    DictionaryWalk walk(*this, marker, DictionaryWalk::Leaves::told);
     for (const Dictionary* here = this; here != nullptr;) {
-        const Item* const item = lookFor(path, *here, walk.marker());
+        const Item* const item = lookFor(path, *here, marker);
         if (const char* const value = item == nullptr ? nullptr : item->getValue())
             return value;
         here = item == nullptr ? walk.next() : walk.nextBeside();
@@ -151,11 +136,11 @@ bool Dictionary::getValueAs(const std::string& path, int& out) const
 
 bool Dictionary::contains(const std::string& path)
 {
-    CallMarker marker(s_contains, this);
+    CallMarker marker("bool Dictionary::contains(const std::string&)", this);
 
     // What is left of the path at each depth of the walk.
     std::vector<PathKeys> rests{PathKeys(path)};
-    DictionaryWalk walk(*this, marker, s_contains);
+    DictionaryWalk walk(*this, marker);
     for (Dictionary* here = this; here != nullptr;) {
         const PathKeys rest = rests[walk.depth()];
         const bool hasHead = here->m_entries.find(rest.head()) != nullptr;
@@ -170,17 +155,17 @@ bool Dictionary::contains(const std::string& path)
 
 Item* Dictionary::getItem(const std::string& path) const
 {
-    CallMarker marker(s_getItem, this);
+    CallMarker marker("Item* Dictionary::getItem(const std::string&) const", this);
 
-    NestedCalls calls(marker, s_getItem);
+    NestedCalls calls(&marker);
     const Dictionary* here = this;
     for (PathKeys keys(path);; keys.next()) {
         TAV_TRACE(
-            calls.marker(), TraceMsgType::D, "getting on [%x] %s path %s", tracedAddress(here),
+            marker, TraceMsgType::D, "getting on [%x] %s path %s", tracedAddress(here),
             here->getName().c_str(), std::string(keys.rest()).c_str());
         const Entry* const entry = here->m_entries.find(keys.head());
         if (entry == nullptr) {
-            traceMiss(calls.marker(), keys);
+            traceMiss(marker, keys);
             return nullptr;
         }
         if (keys.isLast())
@@ -188,7 +173,7 @@ Item* Dictionary::getItem(const std::string& path) const
         here = DictionaryEntries::dictionaryIn(*entry);
         if (here == nullptr) {
             TAV_TRACE(
-                calls.marker(), TraceMsgType::D, "Child with key %s is not a dictionary",
+                marker, TraceMsgType::D, "Child with key %s is not a dictionary",
                 std::string(keys.head()).c_str());
             return nullptr;
         }
@@ -245,11 +230,11 @@ std::list<const char*> Dictionary::findValues(const std::string& path) const
 
 Item* Dictionary::findItem(const std::string& path)
 {
-    CallMarker marker(s_findItem, this);
+    CallMarker marker("Item* Dictionary::findItem(const std::string&)", this);
 
-    DictionaryWalk walk(*this, marker, s_findItem, DictionaryWalk::Leaves::told);
+    DictionaryWalk walk(*this, marker, DictionaryWalk::Leaves::told);
     for (const Dictionary* here = this; here != nullptr; here = walk.next()) {
-        if (Item* const item = lookFor(path, *here, walk.marker()))
+        if (Item* const item = lookFor(path, *here, marker))
             return item;
     }
     return nullptr;
@@ -307,11 +292,11 @@ void Dictionary::removeAllItems()
 
 void Dictionary::removeAllItems(Item& item)
 {
-    CallMarker marker(s_removeAllItems, this);
+    CallMarker marker("void Dictionary::removeAllItems(Item&)", this);
 
     // Freed at the end only: the item itself may be among them.
     std::vector<std::unique_ptr<Item>> removed;
-    DictionaryWalk walk(*this, marker, s_removeAllItems);
+    DictionaryWalk walk(*this, marker);
     for (Dictionary* here = this; here != nullptr; here = walk.next())
         if (std::unique_ptr<Item> equal = here->takeEqual(item))
             removed.push_back(std::move(equal));
@@ -333,9 +318,9 @@ void Dictionary::removeItem(Item& item)
 
 bool Dictionary::doRemoveItem(const std::string& path)
 {
-    CallMarker marker(s_doRemoveItem, this);
+    CallMarker marker("bool Dictionary::doRemoveItem(const std::string&)", this);
 
-    NestedCalls calls(marker, s_doRemoveItem);
+    NestedCalls calls(&marker);
     Dictionary* here = this;
     PathKeys keys(path);
     const Entry* entry = here->m_entries.find(keys.head());
@@ -362,31 +347,30 @@ Item* Dictionary::getFirstItem()
 
 void Dictionary::setItem(const std::string& path, Item& item)
 {
-    CallMarker marker(s_setItem, this);
+    CallMarker marker("void Dictionary::setItem(const std::string&, Item&)", this);
 
     // Cloned before anything changes: the item may be replaced here, or hold this dictionary.
     std::unique_ptr<Item> copy(item.clone());
-    NestedCalls calls(marker, s_setItem);
+    NestedCalls calls(&marker);
     Dictionary* here = this;
     PathKeys keys(path);
     for (;; keys.next()) {
         TAV_TRACE(
-            calls.marker(), TraceMsgType::D, "Adding on [%x] %s for path %s item %s",
-            tracedAddress(here), here->getName().c_str(), std::string(keys.rest()).c_str(),
-            item.toString("").c_str());
+            marker, TraceMsgType::D, "Adding on [%x] %s for path %s item %s", tracedAddress(here),
+            here->getName().c_str(), std::string(keys.rest()).c_str(), item.toString("").c_str());
         if (keys.isLast())
             break;
-        here = here->getOrAddDictionary(std::string(keys.head()), calls.marker());
+        here = here->getOrAddDictionary(std::string(keys.head()), marker);
         if (here == nullptr)
             return;
         calls.enter(here);
     }
     const std::string key(keys.head());
     TAV_TRACE(
-        calls.marker(), TraceMsgType::D, "Adding on key %s item %s", key.c_str(),
+        marker, TraceMsgType::D, "Adding on key %s item %s", key.c_str(),
         item.toString("").c_str());
     here->m_entries.store(key, std::move(copy));
-    TAV_TRACE(calls.marker(), TraceMsgType::D, "Dictionary is now %s", here->toString("").c_str());
+    TAV_TRACE(marker, TraceMsgType::D, "Dictionary is now %s", here->toString("").c_str());
 }
 
 void Dictionary::addValue(const std::string& path, const std::string& value)
@@ -448,9 +432,9 @@ void Dictionary::saveToFile(const std::string& path)
 
 void Dictionary::doFindItems(const std::string& path, std::list<Item*>& found)
 {
-    CallMarker marker(s_doFindItems, this);
+    CallMarker marker("void Dictionary::doFindItems(const std::string&, std::list<Item*>&)", this);
 
-    DictionaryWalk walk(*this, marker, s_doFindItems);
+    DictionaryWalk walk(*this, marker);
     for (const Dictionary* here = this; here != nullptr;) {
         Item* const item = here->getItem(path);
         if (item != nullptr)
@@ -461,9 +445,10 @@ void Dictionary::doFindItems(const std::string& path, std::list<Item*>& found)
 
 void Dictionary::doFindValues(const std::string& path, std::list<const char*>& found) const
 {
-    CallMarker marker(s_doFindValues, this);
+    CallMarker marker(
+        "void Dictionary::doFindValues(const std::string&, std::list<const char*>&) const", this);
 
-    DictionaryWalk walk(*this, marker, s_doFindValues);
+    DictionaryWalk walk(*this, marker);
     for (const Dictionary* here = this; here != nullptr;) {
         const Item* const item = here->getItem(path);
         if (const char* const value = item == nullptr ? nullptr : item->getValue())
@@ -474,13 +459,13 @@ void Dictionary::doFindValues(const std::string& path, std::list<const char*>& f
 
 std::string Dictionary::doGetItemPath(Item& item, const std::string& prefix)
 {
-    CallMarker marker(s_doGetItemPath, this);
+    CallMarker marker("std::string Dictionary::doGetItemPath(Item&, const std::string&)", this);
 
-    DictionaryWalk walk(*this, marker, s_doGetItemPath);
+    DictionaryWalk walk(*this, marker);
     for (const Dictionary* here = this; here != nullptr; here = walk.next()) {
         TAV_TRACE(
-            walk.marker(), TraceMsgType::D, "looking for item [%x] name %s in %x",
-            tracedAddress(&item), item.getName().c_str(), tracedAddress(here));
+            marker, TraceMsgType::D, "looking for item [%x] name %s in %x", tracedAddress(&item),
+            item.getName().c_str(), tracedAddress(here));
         if (here->findEqual(item) != nullptr)
             return prefix + "." + walk.pathOf(item.getName());
     }

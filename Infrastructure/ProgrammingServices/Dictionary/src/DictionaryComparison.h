@@ -1,14 +1,11 @@
 #pragma once
 
-#include "DictionaryCursor.h"
-#include "NestedCalls.h"
-
-#include <vector>
+#include "PairedDescent.h"
 
 /// One comparison of a dictionary with an item, down both trees: Dictionary::equals.
 class DictionaryComparison {
 public:
-    explicit DictionaryComparison(const CallMarker& outer);
+    explicit DictionaryComparison(const CallMarker& outer) : m_outer(outer), m_pair(outer) {}
 
     bool run(Dictionary& mine, const Item& theirs);
 
@@ -17,10 +14,7 @@ private:
     bool compareNextEntry();
     bool compareEntry(Item* mine, Item* theirs);
     void tellAndLeave(bool equal);
-    void leave();
 
-    NestedCalls m_calls;
-    // The dictionaries that are being compared, outermost first: ours, and the position in theirs.
-    std::vector<Dictionary*> m_mine;
-    DictionaryCursor m_theirs;
+    const CallMarker& m_outer;
+    PairedDescent m_pair;
 };

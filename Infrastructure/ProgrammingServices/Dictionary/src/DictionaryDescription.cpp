@@ -6,15 +6,14 @@
 #include <utility>
 
 DictionaryDescription::DictionaryDescription(const CallMarker& outer, std::string indent)
-    : m_calls(outer, "std::string Dictionary::toString(const std::string&)"),
-      m_indent(std::move(indent))
+    : m_descent(&outer), m_indent(std::move(indent))
 {
 }
 
 std::string DictionaryDescription::describe(const Dictionary& root)
 {
     open(root);
-    while (m_cursor.depth() > 0 && m_text.size() <= s_maxSize)
+    while (m_descent.depth() > 0 && m_text.size() <= s_maxSize)
         describeNextEntry();
     if (m_text.size() > s_maxSize) {
         m_text.resize(s_maxSize);
@@ -26,21 +25,19 @@ std::string DictionaryDescription::describe(const Dictionary& root)
 // kept: no line end follows, so that the first entry stands on the dictionary's own line
 void DictionaryDescription::open(const Dictionary& dictionary)
 {
+    m_descent.enter(dictionary);
     m_text.append(m_indent).append("Dictionary [").append(itemAddress(&dictionary));
     m_text.append("] '").append(dictionary.getName()).append("' items :");
-    m_cursor.enter(dictionary);
     m_indent.push_back('\t');
 }
 
 void DictionaryDescription::describeNextEntry()
 {
-    const DictionaryEntries::Entry* const entry = m_cursor.next();
+    const DictionaryEntries::Entry* const entry = m_descent.next();
     if (entry == nullptr) {
         m_indent.pop_back();
-        m_cursor.leave();
-        m_calls.leave();
+        m_descent.leave();
     } else if (Dictionary* const child = DictionaryEntries::dictionaryIn(*entry)) {
-        m_calls.enter(child);
         open(*child);
     } else if (entry->second != nullptr) {
         m_text.append(entry->second->toString(m_indent));

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "DictionaryCursor.h"
-#include "NestedCalls.h"
+#include "DictionaryDescent.h"
 
 #include <cstddef>
 #include <string>
@@ -22,8 +21,7 @@ private:
     void open(const Dictionary& dictionary);
     void describeNextEntry();
 
-    NestedCalls m_calls;
-    DictionaryCursor m_cursor;
+    DictionaryDescent m_descent;
     std::string m_indent;
     std::string m_text;
 };

@@ -26,9 +26,6 @@ public:
     DictionaryEntries& operator=(DictionaryEntries&& other) noexcept;
     ~DictionaryEntries();
 
-    /// The entries of a dictionary, for the classes of this library that work on whole trees.
-    static DictionaryEntries& of(Dictionary& dictionary);
-    static const DictionaryEntries& of(const Dictionary& dictionary);
     /// The dictionary that an entry holds; NULL for a leaf and for an entry that holds nothing.
     static Dictionary* dictionaryIn(const Entry& entry);
     /// A clone of an entry's item.
@@ -46,5 +43,14 @@ public:
     std::unique_ptr<Item> take(const Entry& entry);
 
 private:
+    // Those who work on whole trees, and the iterator.
+    friend class DictionaryDescent;
+    friend class DictionaryIterator;
+    friend class PairedDescent;
+    friend class PropertyListReader;
+
+    static DictionaryEntries& of(Dictionary& dictionary);
+    static const DictionaryEntries& of(const Dictionary& dictionary);
+
     Map m_map;
 };

@@ -1,39 +1,37 @@
 #include "DictionaryWalk.h"
 
-DictionaryWalk::DictionaryWalk(
-    const Dictionary& root, const CallMarker& outer, const char* signature, Leaves leaves)
-    : m_here(&root), m_leaves(leaves), m_calls(outer, signature)
+DictionaryWalk::DictionaryWalk(const Dictionary& root, const CallMarker& outer, Leaves leaves)
+    : m_outer(outer), m_leaves(leaves), m_descent(&outer)
 {
+    m_descent.enter(root);
 }
 
 Dictionary* DictionaryWalk::next()
 {
-    m_cursor.enter(*m_here);
+    m_descent.rewind();
     return advance();
 }
 
 Dictionary* DictionaryWalk::nextBeside()
 {
-    m_calls.leave();
+    m_descent.leave();
     return advance();
 }
 
 Dictionary* DictionaryWalk::advance()
 {
-    while (m_cursor.depth() > 0) {
-        const DictionaryEntries::Entry* const entry = m_cursor.next();
+    while (m_descent.depth() > 0) {
+        const DictionaryEntries::Entry* const entry = m_descent.next();
         if (entry == nullptr) {
-            m_cursor.leave();
-            m_calls.leave();
+            m_descent.leave();
             continue;
         }
         if (Dictionary* const child = DictionaryEntries::dictionaryIn(*entry)) {
-            m_calls.enter(child);
-            m_here = child;
+            m_descent.enter(*child);
             return child;
         }
         if (m_leaves == Leaves::told)
-            TAV_TRACE(m_calls.marker(), TraceMsgType::D, "child is not a dictionary");
+            TAV_TRACE(m_outer, TraceMsgType::D, "child is not a dictionary");
     }
     return nullptr;
 }

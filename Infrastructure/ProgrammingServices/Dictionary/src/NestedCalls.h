@@ -13,21 +13,18 @@
 /// allocated while the outer call is not recorded.
 class NestedCalls {
 public:
-    /// Both must outlive it; `signature` is what each nested call shows.
-    NestedCalls(const CallMarker& outer, const char* signature);
+    /// The nested calls are those of the operation that `outer` marks, which must outlive it; for
+    /// null none is marked.
+    explicit NestedCalls(const CallMarker* outer) : m_outer(outer) {}
 
     void enter(const void* object);
-    /// Ends the innermost nested call; the outer one is left to its own marker.
+    /// Ends the innermost nested call.
     void leave();
-
-    /// The innermost call, in which messages are written.
-    const CallMarker& marker() const;
 
 private:
     static constexpr std::size_t s_deepestMarked = 256;
 
-    const CallMarker& m_outer;
-    const char* m_signature;
+    const CallMarker* m_outer;
     std::size_t m_depth = 0;
     // The innermost call first, so that the calls still open end in the right order.
     std::forward_list<CallMarker> m_markers;

@@ -8,7 +8,7 @@
 #include <utility>
 
 PropertyListReader::PropertyListReader(const CallMarker& outer, std::stringstream& in)
-    : m_calls(outer, "void Dictionary::unMarshall(std::stringstream&)"), m_in(in)
+    : m_open(&outer), m_in(in)
 {
 }
 
@@ -18,8 +18,8 @@ void PropertyListReader::read(Dictionary& root)
     if (!lineHas("<dict>"))
         return;
 
-    m_open.push_back(&root);
-    while (!m_open.empty())
+    m_open.enter(&root, &DictionaryEntries::of(root));
+    while (m_open.depth() > 0)
         readEntry();
 }
 
@@ -62,16 +62,15 @@ void PropertyListReader::readLeaf(
 {
     m_in.seekg(start);
     leaf->unMarshall(m_in);
-    DictionaryEntries::of(*m_open.back()).store(key, std::move(leaf));
+    m_open.here()->store(key, std::move(leaf));
 }
 
 void PropertyListReader::enter(const std::string& key)
 {
     auto child = std::make_unique<Dictionary>(key);
-    Dictionary* const opened = child.get();
-    DictionaryEntries::of(*m_open.back()).store(key, std::move(child));
-    m_open.push_back(opened);
-    m_calls.enter(opened);
+    Dictionary& opened = *child;
+    m_open.here()->store(key, std::move(child));
+    m_open.enter(&opened, &DictionaryEntries::of(opened));
 }
 
 // kept: the line that ended the dictionary is consumed, whatever it holds; at the end of the stream
@@ -79,6 +78,5 @@ void PropertyListReader::enter(const std::string& key)
 void PropertyListReader::leave()
 {
     m_in.clear();
-    m_open.pop_back();
-    m_calls.leave();
+    m_open.leave();
 }

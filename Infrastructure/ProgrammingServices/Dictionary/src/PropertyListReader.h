@@ -1,11 +1,10 @@
 #pragma once
 
+#include "Descent.h"
 #include "DictionaryEntries.h"
-#include "NestedCalls.h"
 
 #include <sstream>
 #include <string>
-#include <vector>
 
 /// Reads one dictionary, with everything below it, from the lines of a property list.
 ///
@@ -29,9 +28,8 @@ private:
     void enter(const std::string& key);
     void leave();
 
-    NestedCalls m_calls;
+    // The entries of the dictionaries that are being read.
+    Descent<DictionaryEntries*> m_open;
     std::stringstream& m_in;
     std::string m_line;
-    // The dictionaries that are being read, outermost first.
-    std::vector<Dictionary*> m_open;
 };

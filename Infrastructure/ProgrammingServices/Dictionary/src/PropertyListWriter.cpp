@@ -17,8 +17,7 @@ constexpr std::string_view s_keyEnd = "</key>\n";
 
 PropertyListWriter::PropertyListWriter(
     const CallMarker& outer, std::string indent, std::size_t maxMarkupSize)
-    : m_calls(outer, "std::string Dictionary::marshall(const std::string&)"),
-      m_indent(std::move(indent)), m_maxMarkupSize(maxMarkupSize)
+    : m_descent(&outer), m_indent(std::move(indent)), m_maxMarkupSize(maxMarkupSize)
 {
 }
 
@@ -28,8 +27,8 @@ std::string PropertyListWriter::write(const Dictionary& root)
         throw std::length_error("the dictionaries are nested too deep");
 
     open(root);
-    while (m_cursor.depth() > 0) {
-        if (const DictionaryEntries::Entry* const entry = m_cursor.next())
+    while (m_descent.depth() > 0) {
+        if (const DictionaryEntries::Entry* const entry = m_descent.next())
             writeEntry(*entry);
         else
             close();
@@ -39,27 +38,23 @@ std::string PropertyListWriter::write(const Dictionary& root)
 
 std::size_t PropertyListWriter::markupSize(const Dictionary& root, std::size_t indentSize)
 {
-    const auto dictionarySize = [&indentSize] {
-        return 2 * indentSize + s_dictionaryBegin.size() + s_dictionaryEnd.size();
+    std::size_t size = 0;
+    DictionaryDescent descent(nullptr);
+    const auto enter = [&](const Dictionary& dictionary) {
+        const std::size_t indents = 2 * (indentSize + descent.depth());
+        size += indents + s_dictionaryBegin.size() + s_dictionaryEnd.size();
+        descent.enter(dictionary);
     };
-    std::size_t size = dictionarySize();
-    DictionaryCursor cursor;
-    cursor.enter(root);
-    while (cursor.depth() > 0) {
-        const DictionaryEntries::Entry* const entry = cursor.next();
+    enter(root);
+    while (descent.depth() > 0) {
+        const DictionaryEntries::Entry* const entry = descent.next();
         if (entry == nullptr) {
-            cursor.leave();
-            if (cursor.depth() > 0)
-                --indentSize;
-            continue;
-        }
-        if (entry->second == nullptr)
-            continue;
-        size += indentSize + 1 + s_keyBegin.size() + entry->first.size() + s_keyEnd.size();
-        if (const Dictionary* const child = DictionaryEntries::dictionaryIn(*entry)) {
-            cursor.enter(*child);
-            ++indentSize;
-            size += dictionarySize();
+            descent.leave();
+        } else if (entry->second != nullptr) {
+            size += indentSize + descent.depth();
+            size += s_keyBegin.size() + entry->first.size() + s_keyEnd.size();
+            if (const Dictionary* const child = DictionaryEntries::dictionaryIn(*entry))
+                enter(*child);
         }
     }
     return size;
@@ -67,8 +62,8 @@ std::size_t PropertyListWriter::markupSize(const Dictionary& root, std::size_t i
 
 void PropertyListWriter::open(const Dictionary& dictionary)
 {
+    m_descent.enter(dictionary);
     m_text.append(m_indent).append(s_dictionaryBegin);
-    m_cursor.enter(dictionary);
     m_indent.push_back('\t');
 }
 
@@ -77,18 +72,15 @@ void PropertyListWriter::writeEntry(const DictionaryEntries::Entry& entry)
     if (entry.second == nullptr)
         return;
     m_text.append(m_indent).append(s_keyBegin).append(entry.first).append(s_keyEnd);
-    if (Dictionary* const child = entry.second->getAsDictionary()) {
-        m_calls.enter(child);
+    if (const Dictionary* const child = entry.second->getAsDictionary())
         open(*child);
-    } else {
+    else
         m_text.append(entry.second->marshall(m_indent));
-    }
 }
 
 void PropertyListWriter::close()
 {
     m_indent.pop_back();
     m_text.append(m_indent).append(s_dictionaryEnd);
-    m_cursor.leave();
-    m_calls.leave();
+    m_descent.leave();
 }

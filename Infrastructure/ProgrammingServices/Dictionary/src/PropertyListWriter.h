@@ -1,7 +1,6 @@
 #pragma once
 
-#include "DictionaryCursor.h"
-#include "NestedCalls.h"
+#include "DictionaryDescent.h"
 
 #include <cstddef>
 #include <string>
@@ -30,8 +29,7 @@ private:
     void writeEntry(const DictionaryEntries::Entry& entry);
     void close();
 
-    NestedCalls m_calls;
-    DictionaryCursor m_cursor;
+    DictionaryDescent m_descent;
     std::string m_indent;
     std::size_t m_maxMarkupSize;
     std::string m_text;

@@ -1,35 +1,38 @@
 #pragma once
 
+#include "Descent.h"
 #include "DictionaryEntries.h"
 
-#include <cstddef>
 #include <string>
-#include <vector>
 
-/// A position in a tree of dictionaries, kept on a stack of its own: the loops that go depth first
-/// through a tree use it where a recursive function would use the call stack.
+/// A position in a tree of dictionaries.
 ///
 /// It changes nothing; an entry that it stands on must not be removed while it is in use.
-class DictionaryCursor {
+class DictionaryDescent {
 public:
+    /// See NestedCalls for the marker.
+    explicit DictionaryDescent(const CallMarker* outer) : m_levels(outer) {}
+
     /// Goes down: next() then answers the entries of this dictionary.
     void enter(const Dictionary& dictionary);
     /// Goes back up to the dictionary that was entered before.
-    void leave() { m_levels.pop_back(); }
+    void leave() { m_levels.leave(); }
     /// How many dictionaries are entered and not yet left.
-    std::size_t depth() const { return m_levels.size(); }
+    std::size_t depth() const { return m_levels.depth(); }
 
     /// The next entry of the innermost dictionary, in key order; NULL when it has no more.
     const DictionaryEntries::Entry* next();
+    /// Starts over with the entries of the innermost dictionary, which may have changed.
+    void rewind() { m_levels.here().next = m_levels.here().entries->begin(); }
 
-    /// The dotted path of `name` under the entry that next() answered last at the innermost level.
+    /// The dotted path of a name in the innermost dictionary.
     std::string pathOf(const std::string& name) const;
 
 private:
     struct Level {
+        const DictionaryEntries* entries;
         DictionaryEntries::const_iterator next;
-        DictionaryEntries::const_iterator end;
     };
 
-    std::vector<Level> m_levels;
+    Descent<Level> m_levels;
 };
