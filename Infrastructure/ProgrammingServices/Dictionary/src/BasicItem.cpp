@@ -6,15 +6,9 @@
 #include <memory>
 #include <utility>
 
-BasicItem::BasicItem()
-{
-    CallMarker marker("BasicItem", "BasicItem::constructor", true, this);
-}
+BasicItem::BasicItem() : BasicItem(std::string()) {}
 
-BasicItem::BasicItem(const std::string& name) : Item(name)
-{
-    CallMarker marker("BasicItem", "BasicItem::constructor", true, this);
-}
+BasicItem::BasicItem(const std::string& name) : BasicItem(name, std::string()) {}
 
 BasicItem::BasicItem(const std::string& name, std::string value)
     : Item(name), m_value(std::move(value))

@@ -52,10 +52,7 @@ std::string lastKey(const std::string& path)
 
 } // namespace
 
-Dictionary::Dictionary() : Item("root")
-{
-    CallMarker marker("Dictionary", "Dictionary::constructor", true, this);
-}
+Dictionary::Dictionary() : Dictionary("root") {}
 
 Dictionary::Dictionary(const std::string& name) : Item(name)
 {

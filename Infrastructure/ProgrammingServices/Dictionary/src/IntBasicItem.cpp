@@ -8,15 +8,9 @@
 #include <limits>
 #include <memory>
 
-IntBasicItem::IntBasicItem()
-{
-    CallMarker marker("IntBasicItem", "IntBasicItem::constructor", true, this);
-}
+IntBasicItem::IntBasicItem() : IntBasicItem(std::string()) {}
 
-IntBasicItem::IntBasicItem(const std::string& name) : Item(name)
-{
-    CallMarker marker("IntBasicItem", "IntBasicItem::constructor", true, this);
-}
+IntBasicItem::IntBasicItem(const std::string& name) : IntBasicItem(name, 0) {}
 
 IntBasicItem::IntBasicItem(const std::string& name, int value) : Item(name), m_value(value)
 {

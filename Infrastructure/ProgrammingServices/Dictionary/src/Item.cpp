@@ -11,20 +11,14 @@ constexpr const char* s_unit = "Infrastructure/ProgrammingServices/Dictionary/sr
 
 } // namespace
 
-Item::Item()
-{
-    CallMarker marker("Item", "Item::constructor", true, this);
-}
+Item::Item() : Item(std::string()) {}
 
 Item::Item(std::string name) : m_name(std::move(name))
 {
     CallMarker marker("Item", "Item::constructor", true, this);
 }
 
-Item::Item(const Item& other) : m_name(other.m_name)
-{
-    CallMarker marker("Item", "Item::constructor", true, this);
-}
+Item::Item(const Item& other) : Item(other.m_name) {}
 
 Item& Item::operator=(const Item& other)
 {

@@ -50,4 +50,21 @@ TEST(UntracedDictionaryCalls, DescribeNoItem)
     EXPECT_GT(record.described, 0) << "the tree holds some";
 }
 
+TEST(UntracedDictionaryCalls, ThatEndAtTheirRootAllocateNothing)
+{
+    const std::string key = "a key longer than a short text";
+    const std::string missing = "another key that is not there";
+    Dictionary tree;
+    tree.addValue(key, "x");
+    Dictionary same(tree);
+
+    const Allocations allocations;
+    EXPECT_NE(tree.findItem(key), nullptr);
+    EXPECT_EQ(tree.findItem(missing), nullptr);
+    EXPECT_STREQ(tree.findValue(key), "x");
+    EXPECT_TRUE(tree.equals(same));
+
+    EXPECT_EQ(allocations.count(), 0);
+}
+
 } // namespace
