@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr const char* unit = "Application/Common/Localizer/src/Mac/Localizer";
+constexpr const char* UNIT = "Application/Common/Localizer/src/Mac/Localizer";
 
 } // namespace
 
@@ -49,15 +49,15 @@ void Localizer::initialize(std::string fileName)
 {
     CallMarker marker("void Localizer::initialize(std::string)", this);
     if (!m_fileName.empty())
-        throw KFLocalizerAlreadyInitializedException(unit, 175);
+        throw KFLocalizerAlreadyInitializedException(UNIT, 175);
 
     const std::optional<std::string> content = SafeFile::read(fileName, SafeFile::Links::follow);
     if (!content)
-        throw KFLocalizerFileNotFoundException(unit, 170);
+        throw KFLocalizerFileNotFoundException(UNIT, 170);
 
     std::optional<LocalizationFile::Entries> entries = LocalizationFile::parse(*content);
     if (!entries)
-        throw KFLocalizerFileNotCorrectlyFormattedException(unit, 165);
+        throw KFLocalizerFileNotCorrectlyFormattedException(UNIT, 165);
 
     m_strings = std::move(*entries);
     m_fileName = std::move(fileName);
@@ -66,10 +66,10 @@ void Localizer::initialize(std::string fileName)
 std::string Localizer::getLocalizedString(const char* key)
 {
     CallMarker marker("NSString* Localizer::getLocalizedString(NSString*)", this);
-    if (!Contract::require(key != nullptr, "key != NULL", unit, 184))
+    if (!Contract::require(key != nullptr, "key != NULL", UNIT, 184))
         return {};
     if (m_fileName.empty())
-        throw KFLocalizerNotInitializedException(unit, 188);
+        throw KFLocalizerNotInitializedException(UNIT, 188);
 
     // NOLINTNEXTLINE(clang-analyzer-cplusplus.StringChecker): the check tells whether it is null
     const auto entry = m_strings.find(key);

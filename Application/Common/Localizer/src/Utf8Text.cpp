@@ -18,7 +18,7 @@ struct Sequence {
     unsigned char highest;
 };
 
-constexpr std::array<Sequence, 9> sequences = {{
+constexpr std::array<Sequence, 9> SEQUENCES = {{
     {0x00, 0x7F, 1, 0x80, 0xBF},
     {0xC2, 0xDF, 2, 0x80, 0xBF},
     {0xE0, 0xE0, 3, 0xA0, 0xBF},
@@ -30,10 +30,10 @@ constexpr std::array<Sequence, 9> sequences = {{
     {0xF4, 0xF4, 4, 0x80, 0x8F},
 }};
 
-constexpr std::array<std::string_view, 4> lineTerminators = {
+constexpr std::array<std::string_view, 4> LINE_TERMINATORS = {
     "\n", "\r", "\xE2\x80\xA8", "\xE2\x80\xA9"};
 
-constexpr std::array<std::string_view, 25> whiteSpace = {
+constexpr std::array<std::string_view, 25> WHITE_SPACE = {
     "\t",           "\n",           "\v",           "\f",           "\r",           " ",
     "\xC2\x85",     "\xC2\xA0",     "\xE1\x9A\x80", "\xE2\x80\x80", "\xE2\x80\x81", "\xE2\x80\x82",
     "\xE2\x80\x83", "\xE2\x80\x84", "\xE2\x80\x85", "\xE2\x80\x86", "\xE2\x80\x87", "\xE2\x80\x88",
@@ -50,10 +50,10 @@ bool isWithin(char byte, unsigned char lowest, unsigned char highest)
 std::size_t characterLength(std::string_view text)
 {
     const auto* const sequence =
-        std::find_if(sequences.begin(), sequences.end(), [&](const Sequence& s) {
+        std::find_if(SEQUENCES.begin(), SEQUENCES.end(), [&](const Sequence& s) {
             return isWithin(text.front(), s.firstLead, s.lastLead);
         });
-    if (sequence == sequences.end() || text.size() < sequence->length)
+    if (sequence == SEQUENCES.end() || text.size() < sequence->length)
         return 0;
     if (sequence->length > 1 && !isWithin(text[1], sequence->lowest, sequence->highest))
         return 0;
@@ -82,7 +82,7 @@ std::string_view Utf8Text::takeLine(std::string_view& rest)
     CallMarker marker("Utf8Text::takeLine");
     for (std::size_t end = 0; end < rest.size(); ++end) {
         const std::string_view tail = rest.substr(end);
-        for (const std::string_view terminator : lineTerminators) {
+        for (const std::string_view terminator : LINE_TERMINATORS) {
             if (!tail.starts_with(terminator))
                 continue;
             const std::string_view line = rest.substr(0, end);
@@ -101,12 +101,12 @@ std::string_view Utf8Text::trim(std::string_view text)
     const auto spaceAtStart = [&](std::string_view space) { return text.starts_with(space); };
     const auto spaceAtEnd = [&](std::string_view space) { return text.ends_with(space); };
 
-    const auto* space = whiteSpace.begin();
-    while ((space = std::find_if(whiteSpace.begin(), whiteSpace.end(), spaceAtStart)) !=
-           whiteSpace.end())
+    const auto* space = WHITE_SPACE.begin();
+    while ((space = std::find_if(WHITE_SPACE.begin(), WHITE_SPACE.end(), spaceAtStart)) !=
+           WHITE_SPACE.end())
         text.remove_prefix(space->size());
-    while ((space = std::find_if(whiteSpace.begin(), whiteSpace.end(), spaceAtEnd)) !=
-           whiteSpace.end())
+    while ((space = std::find_if(WHITE_SPACE.begin(), WHITE_SPACE.end(), spaceAtEnd)) !=
+           WHITE_SPACE.end())
         text.remove_suffix(space->size());
     return text;
 }

@@ -23,7 +23,7 @@ namespace {
 
 using Entry = DictionaryEntries::Entry;
 
-constexpr const char* s_unit = "Infrastructure/ProgrammingServices/Dictionary/src/Dictionary";
+constexpr const char* UNIT = "Infrastructure/ProgrammingServices/Dictionary/src/Dictionary";
 
 void traceMiss(const CallMarker& marker, const PathKeys& keys)
 {
@@ -182,7 +182,7 @@ Item* Dictionary::getItem(const char* cpath) const
 {
     CallMarker marker("Item* Dictionary::getItem(const char*) const", this);
 
-    if (!Contract::require(cpath != nullptr, "cpath != NULL", s_unit))
+    if (!Contract::require(cpath != nullptr, "cpath != NULL", UNIT))
         return nullptr;
     return getItem(std::string(cpath));
 }

@@ -49,9 +49,9 @@ public:
     /// NULL is a violation of the contract.
     Item* getItem(const char* cpath) const override;
     /// The lines of a property list. Throws std::length_error for a tree nested too deep to be
-    /// written (see PropertyListWriter::s_maxMarkupSize).
+    /// written (see PropertyListWriter::MAX_MARKUP_SIZE).
     std::string marshall(const std::string& indent) override;
-    /// Cut behind DictionaryDescription::s_maxSize bytes.
+    /// Cut behind DictionaryDescription::MAX_SIZE bytes.
     std::string toString(const std::string& indent) override;
     /// Adds the dictionary that stands next in the stream, see PropertyListReader; never throws for
     /// the sake of what it reads.

@@ -13,10 +13,10 @@ DictionaryDescription::DictionaryDescription(const CallMarker& outer, std::strin
 std::string DictionaryDescription::describe(const Dictionary& root)
 {
     open(root);
-    while (m_descent.depth() > 0 && m_text.size() <= s_maxSize)
+    while (m_descent.depth() > 0 && m_text.size() <= MAX_SIZE)
         describeNextEntry();
-    if (m_text.size() > s_maxSize) {
-        m_text.resize(s_maxSize);
+    if (m_text.size() > MAX_SIZE) {
+        m_text.resize(MAX_SIZE);
         m_text += " ...";
     }
     return std::move(m_text);

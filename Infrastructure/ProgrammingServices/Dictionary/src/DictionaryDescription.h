@@ -10,7 +10,7 @@ class DictionaryDescription {
 public:
     /// A longer description is cut here and ends with " ...": it is indented by depth, so that a
     /// deep tree's would grow without bound. A trace message keeps less.
-    static constexpr std::size_t s_maxSize = std::size_t{1} << 20;
+    static constexpr std::size_t MAX_SIZE = std::size_t{1} << 20;
 
     /// `indent` stands in front of the outermost item.
     DictionaryDescription(const CallMarker& outer, std::string indent);

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr const char* s_unit = "Infrastructure/ProgrammingServices/Dictionary/src/Item";
+constexpr const char* UNIT = "Infrastructure/ProgrammingServices/Dictionary/src/Item";
 
 } // namespace
 
@@ -122,7 +122,7 @@ std::string Item::getXmlVal(const char* tag, const std::string& line)
     const std::size_t found = line.find(opening);
     // kept: the message says "<key>" whatever the tag was
     if (found == std::string::npos)
-        throw KFDictionaryParsingException("Can't find <key> in stream", s_unit, 180);
+        throw KFDictionaryParsingException("Can't find <key> in stream", UNIT, 180);
 
     const std::size_t start = found + opening.size();
     // kept: searched from the start of the line; one that lies before the tag ends nothing

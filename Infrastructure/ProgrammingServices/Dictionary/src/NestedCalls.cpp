@@ -3,12 +3,12 @@
 void NestedCalls::enter(const void* object)
 {
     const bool isMarked = m_outer != nullptr && m_outer->getThreadTracer() != nullptr;
-    if (m_depth++ < s_deepestMarked && isMarked)
+    if (m_depth++ < DEEPEST_MARKED && isMarked)
         m_markers.emplace_front(m_outer->getMethodName(), object);
 }
 
 void NestedCalls::leave()
 {
-    if (--m_depth < s_deepestMarked && !m_markers.empty())
+    if (--m_depth < DEEPEST_MARKED && !m_markers.empty())
         m_markers.pop_front();
 }

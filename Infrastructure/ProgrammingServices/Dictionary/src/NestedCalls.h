@@ -22,7 +22,7 @@ public:
     void leave();
 
 private:
-    static constexpr std::size_t s_deepestMarked = 256;
+    static constexpr std::size_t DEEPEST_MARKED = 256;
 
     const CallMarker* m_outer;
     std::size_t m_depth = 0;

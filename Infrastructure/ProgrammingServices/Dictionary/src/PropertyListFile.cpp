@@ -16,12 +16,12 @@
 namespace {
 
 // The unit that reports name: the operations are those of the dictionary.
-constexpr const char* s_unit = "Infrastructure/ProgrammingServices/Dictionary/src/Dictionary";
+constexpr const char* UNIT = "Infrastructure/ProgrammingServices/Dictionary/src/Dictionary";
 
-constexpr const char* s_begin = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                                "<plist version=\"1.0\">\n";
+constexpr const char* FILE_BEGIN = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                   "<plist version=\"1.0\">\n";
 // kept: no line end follows
-constexpr const char* s_end = "</plist>";
+constexpr const char* FILE_END = "</plist>";
 
 bool nextLineHas(const char* tag, std::stringstream& in)
 {
@@ -42,11 +42,11 @@ void PropertyListFile::load(Dictionary& dictionary) const
     std::stringstream in(read());
     if (!nextLineHas("<?xml", in)) {
         TAV_TRACE(m_marker, TraceMsgType::E, "No XML header found");
-        throw KFDictionaryParsingException("No XML header found", s_unit, 876);
+        throw KFDictionaryParsingException("No XML header found", UNIT, 876);
     }
     if (!nextLineHas("<plist version=\"1.0\"", in)) {
         TAV_TRACE(m_marker, TraceMsgType::E, "Incorrect plist or bad version");
-        throw KFDictionaryParsingException("Incorrect plist or bad version", s_unit, 870);
+        throw KFDictionaryParsingException("Incorrect plist or bad version", UNIT, 870);
     }
     dictionary.unMarshall(in);
 }
@@ -56,7 +56,7 @@ std::string PropertyListFile::read() const
     std::optional<std::string> text = SafeFile::read(m_path);
     if (!text) {
         TAV_TRACE(m_marker, TraceMsgType::E, "Can't open file %s", m_path.c_str());
-        throw KFDictionaryFileException("Can't open file", s_unit, 882);
+        throw KFDictionaryFileException("Can't open file", UNIT, 882);
     }
     // kept: a zero byte ends the text
     text->resize(std::min(text->size(), text->find('\0')));
@@ -75,7 +75,7 @@ void PropertyListFile::save(Dictionary& dictionary) const
 std::string PropertyListFile::replaceBy(Dictionary& dictionary) const
 {
     try {
-        const std::string text = s_begin + dictionary.marshall("") + s_end;
+        const std::string text = FILE_BEGIN + dictionary.marshall("") + FILE_END;
         return SafeFile::replace(m_path, text, SafeFile::Backup::keep);
     } catch (const std::exception& error) {
         return error.what();

@@ -8,10 +8,10 @@
 
 namespace {
 
-constexpr std::string_view s_dictionaryBegin = "<dict>\n";
-constexpr std::string_view s_dictionaryEnd = "</dict>\n";
-constexpr std::string_view s_keyBegin = "<key>";
-constexpr std::string_view s_keyEnd = "</key>\n";
+constexpr std::string_view DICTIONARY_BEGIN = "<dict>\n";
+constexpr std::string_view DICTIONARY_END = "</dict>\n";
+constexpr std::string_view KEY_BEGIN = "<key>";
+constexpr std::string_view KEY_END = "</key>\n";
 
 } // namespace
 
@@ -42,7 +42,7 @@ std::size_t PropertyListWriter::markupSize(const Dictionary& root, std::size_t i
     DictionaryDescent descent(nullptr);
     const auto enter = [&](const Dictionary& dictionary) {
         const std::size_t indents = 2 * (indentSize + descent.depth());
-        size += indents + s_dictionaryBegin.size() + s_dictionaryEnd.size();
+        size += indents + DICTIONARY_BEGIN.size() + DICTIONARY_END.size();
         descent.enter(dictionary);
     };
     enter(root);
@@ -52,7 +52,7 @@ std::size_t PropertyListWriter::markupSize(const Dictionary& root, std::size_t i
             descent.leave();
         } else if (entry->second != nullptr) {
             size += indentSize + descent.depth();
-            size += s_keyBegin.size() + entry->first.size() + s_keyEnd.size();
+            size += KEY_BEGIN.size() + entry->first.size() + KEY_END.size();
             if (const Dictionary* const child = DictionaryEntries::dictionaryIn(*entry))
                 enter(*child);
         }
@@ -63,7 +63,7 @@ std::size_t PropertyListWriter::markupSize(const Dictionary& root, std::size_t i
 void PropertyListWriter::open(const Dictionary& dictionary)
 {
     m_descent.enter(dictionary);
-    m_text.append(m_indent).append(s_dictionaryBegin);
+    m_text.append(m_indent).append(DICTIONARY_BEGIN);
     m_indent.push_back('\t');
 }
 
@@ -71,7 +71,7 @@ void PropertyListWriter::writeEntry(const DictionaryEntries::Entry& entry)
 {
     if (entry.second == nullptr)
         return;
-    m_text.append(m_indent).append(s_keyBegin).append(entry.first).append(s_keyEnd);
+    m_text.append(m_indent).append(KEY_BEGIN).append(entry.first).append(KEY_END);
     if (const Dictionary* const child = entry.second->getAsDictionary())
         open(*child);
     else
@@ -81,6 +81,6 @@ void PropertyListWriter::writeEntry(const DictionaryEntries::Entry& entry)
 void PropertyListWriter::close()
 {
     m_indent.pop_back();
-    m_text.append(m_indent).append(s_dictionaryEnd);
+    m_text.append(m_indent).append(DICTIONARY_END);
     m_descent.leave();
 }

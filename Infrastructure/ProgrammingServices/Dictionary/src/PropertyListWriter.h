@@ -12,11 +12,11 @@ public:
     /// its depth, so n nested dictionaries take n * n bytes: a tree nested too deep to be written
     /// is refused before anything is. A value's line is no deeper than its key's, so this bounds
     /// the whole text by the values and twice this size.
-    static constexpr std::size_t s_maxMarkupSize = std::size_t{512} << 20;
+    static constexpr std::size_t MAX_MARKUP_SIZE = std::size_t{512} << 20;
 
     /// `indent` stands in front of the outermost lines; `maxMarkupSize` is the bound.
     PropertyListWriter(
-        const CallMarker& outer, std::string indent, std::size_t maxMarkupSize = s_maxMarkupSize);
+        const CallMarker& outer, std::string indent, std::size_t maxMarkupSize = MAX_MARKUP_SIZE);
 
     /// The text. Throws std::length_error when it would grow past the bound.
     std::string write(const Dictionary& root);

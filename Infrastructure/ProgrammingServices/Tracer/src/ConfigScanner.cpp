@@ -14,13 +14,13 @@ struct LevelWord {
     std::uint32_t bit;
 };
 
-constexpr std::array levelWords{
+constexpr std::array LEVEL_WORDS{
     LevelWord{"DEBUG", 1},    LevelWord{"ERROR", 2},     LevelWord{"WARNING", 4},
     LevelWord{"LEVEL_0", 8},  LevelWord{"LEVEL_1", 16},  LevelWord{"LEVEL_2", 32},
     LevelWord{"LEVEL_3", 64}, LevelWord{"LEVEL_4", 128}, LevelWord{"LEVEL_5", 256},
 };
 
-constexpr std::string_view blanks = " \t";
+constexpr std::string_view BLANKS = " \t";
 
 } // namespace
 
@@ -55,7 +55,7 @@ bool ConfigScanner::nextLine()
 
 bool ConfigScanner::isAtEndOfLine()
 {
-    m_rest.remove_prefix(std::min(m_rest.find_first_not_of(blanks), m_rest.size()));
+    m_rest.remove_prefix(std::min(m_rest.find_first_not_of(BLANKS), m_rest.size()));
     return m_rest.empty();
 }
 
@@ -81,8 +81,8 @@ bool ConfigScanner::readLevelWord(std::uint32_t& mask)
     if (!token.starts_with(m_wordPrefix))
         return false;
     token.remove_prefix(m_wordPrefix.size());
-    const auto word = std::ranges::find(levelWords, token, &LevelWord::suffix);
-    if (word == levelWords.end())
+    const auto word = std::ranges::find(LEVEL_WORDS, token, &LevelWord::suffix);
+    if (word == LEVEL_WORDS.end())
         return false;
     mask |= word->bit;
     return true;
@@ -108,7 +108,7 @@ std::string_view ConfigScanner::readToken()
 {
     if (isAtEndOfLine())
         return {};
-    const std::size_t length = std::min(m_rest.find_first_of(blanks), m_rest.size());
+    const std::size_t length = std::min(m_rest.find_first_of(BLANKS), m_rest.size());
     const std::string_view token = m_rest.substr(0, length);
     m_rest.remove_prefix(length);
     return token;

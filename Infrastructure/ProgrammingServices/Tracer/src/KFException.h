@@ -56,19 +56,19 @@ public:
     KFNamedException(const std::string& description, const std::string& fileName, int line)
         : Base(description, fileName, line)
     {
-        CallMarker marker(Name.text.data(), s_constructor.text.data(), true, this);
+        CallMarker marker(Name.text.data(), CONSTRUCTOR.text.data(), true, this);
     }
     KFNamedException(const KFNamedException& other) : Base(other)
     {
-        CallMarker marker(Name.text.data(), s_constructor.text.data(), true, this);
+        CallMarker marker(Name.text.data(), CONSTRUCTOR.text.data(), true, this);
     }
     KFNamedException& operator=(const KFNamedException&) = delete;
     ~KFNamedException() override
     {
-        CallMarker marker(Name.text.data(), s_destructor.text.data(), false, this);
+        CallMarker marker(Name.text.data(), DESTRUCTOR.text.data(), false, this);
     }
 
 private:
-    static constexpr KFExceptionName s_constructor{Name.text.data(), "::constructor"};
-    static constexpr KFExceptionName s_destructor{Name.text.data(), "::destructor"};
+    static constexpr KFExceptionName CONSTRUCTOR{Name.text.data(), "::constructor"};
+    static constexpr KFExceptionName DESTRUCTOR{Name.text.data(), "::destructor"};
 };

@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr unsigned int c_reportSeconds = 5;
+constexpr unsigned int REPORT_SECONDS = 5;
 
 std::atomic<bool> s_reporting = false;
 
@@ -25,7 +25,7 @@ void endAtOnceOnAnotherSignal()
 {
     if (s_reporting.exchange(true))
         _exit(EXIT_SUCCESS);
-    alarm(c_reportSeconds);
+    alarm(REPORT_SECONDS);
     sigset_t none{};
     sigemptyset(&none);
     pthread_sigmask(SIG_SETMASK, &none, nullptr);
@@ -53,8 +53,8 @@ KFExceptionHandler::KFExceptionHandler()
         m_ExceptParams[key] = "";
     m_action.sa_handler = &KFExceptionHandler::onHostSignal;
     sigemptyset(&m_action.sa_mask);
-    for (int signal = ProgramSignals::first; signal <= ProgramSignals::last; ++signal) {
-        if (signal == ProgramSignals::windowSizeChange)
+    for (int signal = ProgramSignals::FIRST; signal <= ProgramSignals::LAST; ++signal) {
+        if (signal == ProgramSignals::WINDOW_SIZE_CHANGE)
             continue;
         if (sigaction(ProgramSignals::toHost(signal), &m_action, nullptr) != 0)
             TAV_TRACE(
@@ -71,7 +71,7 @@ void KFExceptionHandler::throwException(
     m_ExceptParams["Description"] = description;
     m_ExceptParams["InFile"] = fileName;
     m_ExceptParams["AtLine"] = std::to_string(line);
-    raise(ProgramSignals::toHost(code == 0 ? ProgramSignals::contractViolation : code));
+    raise(ProgramSignals::toHost(code == 0 ? ProgramSignals::CONTRACT_VIOLATION : code));
 }
 
 void KFExceptionHandler::crashHandlerSignalFilter(int signal)
@@ -105,7 +105,7 @@ void KFExceptionHandler::onHostSignal(int hostSignal)
 
 std::string KFExceptionHandler::reportText(int signal)
 {
-    if (signal != ProgramSignals::contractViolation)
+    if (signal != ProgramSignals::CONTRACT_VIOLATION)
         return ProgramSignals::name(signal);
     constexpr std::size_t maxLength = 1023;
     std::array<char, maxLength + 1> text{};

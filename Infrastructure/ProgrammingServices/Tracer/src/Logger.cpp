@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr const char* c_unit = "Infrastructure/ProgrammingServices/Tracer/src/Logger";
+constexpr const char* UNIT = "Infrastructure/ProgrammingServices/Tracer/src/Logger";
 
 const char* tagOf(LoggerMsgType type)
 {
@@ -53,8 +53,8 @@ Logger* Logger::GetInstance()
 // Kept: the post-condition is checked on the null branch alone.
 void Logger::SetInstance(Logger* pTheLogger)
 {
-    if (!Contract::require(pTheLogger != nullptr, "pTheLogger != NULL", c_unit)) {
-        Contract::ensure(m_pInstance != nullptr, "m_pInstance != NULL", c_unit);
+    if (!Contract::require(pTheLogger != nullptr, "pTheLogger != NULL", UNIT)) {
+        Contract::ensure(m_pInstance != nullptr, "m_pInstance != NULL", UNIT);
         return;
     }
     m_pInstance = pTheLogger;
@@ -72,7 +72,7 @@ Logger::~Logger()
 
 void Logger::ReadConfigFile(const char* fileName)
 {
-    if (Contract::require(fileName != nullptr, "fileName != NULL", c_unit))
+    if (Contract::require(fileName != nullptr, "fileName != NULL", UNIT))
         readConfigFile<LoggerConfigFileParser>(fileName);
 }
 

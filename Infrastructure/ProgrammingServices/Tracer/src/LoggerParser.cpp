@@ -12,7 +12,7 @@ using Name = Parser::Name;
 using Number = Parser::Number;
 using Mask = Parser::Mask;
 
-constexpr auto c_commands = std::to_array<Parser::Command>({
+constexpr auto COMMANDS = std::to_array<Parser::Command>({
     {"LOG_ON", [](Logger& logger, None) { logger.setActive(true); }},
     {"LOG_OFF", [](Logger& logger, None) { logger.setActive(false); }},
     {"LOG_CLOCK", [](Logger& logger, None) { logger.setPrintTime(true); }},
@@ -25,4 +25,4 @@ constexpr auto c_commands = std::to_array<Parser::Command>({
 
 } // namespace
 
-LoggerParser::LoggerParser(LoggerScanner& scanner) : ConfigParser(scanner, "log", c_commands) {}
+LoggerParser::LoggerParser(LoggerScanner& scanner) : ConfigParser(scanner, "log", COMMANDS) {}

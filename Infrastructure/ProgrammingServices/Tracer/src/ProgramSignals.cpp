@@ -13,7 +13,7 @@ struct ProgramSignal {
 
 // The row is the program's number. 7 and 29 have no namesake on this host: they stand for the two
 // host signals that have none in the program's set.
-constexpr std::array<ProgramSignal, ProgramSignals::last + 1> c_signals{{
+constexpr std::array<ProgramSignal, ProgramSignals::LAST + 1> SIGNALS{{
     {0, nullptr},
     {SIGHUP, "SIGNAL_HANG_UP"},
     {SIGINT, "SIGNAL_INTERRUPT"},
@@ -49,12 +49,12 @@ constexpr std::array<ProgramSignal, ProgramSignals::last + 1> c_signals{{
 
 bool isInSet(int signal)
 {
-    return signal >= ProgramSignals::first && signal <= ProgramSignals::last;
+    return signal >= ProgramSignals::FIRST && signal <= ProgramSignals::LAST;
 }
 
 const ProgramSignal& row(int signal)
 {
-    return c_signals[static_cast<std::size_t>(signal)];
+    return SIGNALS[static_cast<std::size_t>(signal)];
 }
 
 } // namespace
@@ -66,7 +66,7 @@ int ProgramSignals::toHost(int signal)
 
 int ProgramSignals::fromHost(int hostSignal)
 {
-    for (int signal = first; signal <= last; ++signal) {
+    for (int signal = FIRST; signal <= LAST; ++signal) {
         if (row(signal).host == hostSignal)
             return signal;
     }

@@ -5,10 +5,10 @@
 /// The signal numbers of the program's reports, 1 to 30, and what they are on this host.
 class ProgramSignals {
 public:
-    static constexpr int first = 1;
-    static constexpr int last = 30;
-    static constexpr int windowSizeChange = 28;
-    static constexpr int contractViolation = 30;
+    static constexpr int FIRST = 1;
+    static constexpr int LAST = 30;
+    static constexpr int WINDOW_SIZE_CHANGE = 28;
+    static constexpr int CONTRACT_VIOLATION = 30;
 
     /// The host's number; -1, which no host signal has, for a number that is not in the set.
     static int toHost(int signal);

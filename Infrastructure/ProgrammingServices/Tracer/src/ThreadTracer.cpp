@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr const char* c_noObject = "[     ][          ]";
+constexpr const char* NO_OBJECT = "[     ][          ]";
 
 const char* tag(TraceMsgType type)
 {
@@ -45,7 +45,7 @@ const char* tag(TraceMsgType type)
 std::string addressColumn(const CallMarker& marker)
 {
     if (marker.getObject() == nullptr)
-        return c_noObject;
+        return NO_OBJECT;
     return MessageFormatter::text("[     ][0x%-8x]", tracedAddress(marker.getObject()));
 }
 
@@ -108,7 +108,7 @@ void ThreadTracer::PrintMsg(TraceMsgType type, const char* format, ...)
         const std::string message = MessageFormatter::format(format, arguments);
         std::string line = lineStart();
         if (m_tracer.getPrintObjects())
-            line += c_noObject;
+            line += NO_OBJECT;
         m_tracer.PrintString(line + indentation() + tag(type) + message + "\n");
     });
     va_end(arguments);

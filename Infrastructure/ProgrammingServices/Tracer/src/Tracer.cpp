@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr const char* c_unit = "Infrastructure/ProgrammingServices/Tracer/src/Tracer";
+constexpr const char* UNIT = "Infrastructure/ProgrammingServices/Tracer/src/Tracer";
 
 } // namespace
 
@@ -40,8 +40,8 @@ Tracer* Tracer::GetInstance()
 // Kept: the post-condition is checked on the null branch alone.
 void Tracer::SetInstance(Tracer* pTheTracer)
 {
-    if (!Contract::require(pTheTracer != nullptr, "pTheTracer != NULL", c_unit)) {
-        Contract::ensure(m_Instance != nullptr, "m_Instance != NULL", c_unit);
+    if (!Contract::require(pTheTracer != nullptr, "pTheTracer != NULL", UNIT)) {
+        Contract::ensure(m_Instance != nullptr, "m_Instance != NULL", UNIT);
         return;
     }
     m_Instance = pTheTracer;
@@ -50,7 +50,7 @@ void Tracer::SetInstance(Tracer* pTheTracer)
 
 void Tracer::ReadConfigFile(const char* fileName)
 {
-    if (Contract::require(fileName != nullptr, "fileName != NULL", c_unit))
+    if (Contract::require(fileName != nullptr, "fileName != NULL", UNIT))
         readConfigFile<TracerConfigFileParser>(fileName);
 }
 
@@ -72,7 +72,7 @@ void Tracer::Disable()
 
 void Tracer::BeginningOfThread(const char* threadName)
 {
-    if (!Contract::require(threadName != nullptr, "threadName != NULL", c_unit))
+    if (!Contract::require(threadName != nullptr, "threadName != NULL", UNIT))
         return;
     const KFMutexGuard guard(m_mutex);
     if (!isThreadPermittedToPrint(threadName))
@@ -134,10 +134,10 @@ bool Tracer::isCallForbiddenToPrint(const char* methodName)
 
 void Tracer::TraceTheThread(const char* threadName)
 {
-    if (!Contract::require(threadName != nullptr, "threadName != NULL", c_unit))
+    if (!Contract::require(threadName != nullptr, "threadName != NULL", UNIT))
         return;
     const std::string_view strThreadName = threadName;
-    if (!Contract::require(!strThreadName.empty(), "!strThreadName.empty()", c_unit))
+    if (!Contract::require(!strThreadName.empty(), "!strThreadName.empty()", UNIT))
         return;
     const KFMutexGuard guard(m_mutex);
     m_threadPatterns.add(strThreadName);
@@ -145,10 +145,10 @@ void Tracer::TraceTheThread(const char* threadName)
 
 void Tracer::TraceTheCall(const char* className)
 {
-    if (!Contract::require(className != nullptr, "className != NULL", c_unit))
+    if (!Contract::require(className != nullptr, "className != NULL", UNIT))
         return;
     const std::string_view strClassName = className;
-    if (!Contract::require(!strClassName.empty(), "!strClassName.empty()", c_unit))
+    if (!Contract::require(!strClassName.empty(), "!strClassName.empty()", UNIT))
         return;
     const KFMutexGuard guard(m_mutex);
     if (strClassName.front() == '-')

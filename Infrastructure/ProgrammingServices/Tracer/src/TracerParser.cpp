@@ -12,14 +12,14 @@ using Name = Parser::Name;
 using Number = Parser::Number;
 using Mask = Parser::Mask;
 
-constexpr std::string_view c_on = "TRACE_ON";
-constexpr std::string_view c_off = "TRACE_OFF";
+constexpr std::string_view ON = "TRACE_ON";
+constexpr std::string_view OFF = "TRACE_OFF";
 
 void ignore(Tracer& /*tracer*/, None /*argument*/) {}
 
-constexpr auto c_commands = std::to_array<Parser::Command>({
-    {c_on, [](Tracer& tracer, None) { tracer.setActive(true); }},
-    {c_off, [](Tracer& tracer, None) { tracer.setActive(false); }},
+constexpr auto COMMANDS = std::to_array<Parser::Command>({
+    {ON, [](Tracer& tracer, None) { tracer.setActive(true); }},
+    {OFF, [](Tracer& tracer, None) { tracer.setActive(false); }},
     {"TRACE_INDENT_WITH_MARK", [](Tracer& tracer, None) { tracer.setTreeIndent(true); }},
     {"TRACE_FULL_INDENT", [](Tracer& tracer, None) { tracer.setIndentHidden(true); }},
     {"TRACE_CALL_EXIT", [](Tracer& tracer, None) { tracer.setPrintExit(true); }},
@@ -39,9 +39,9 @@ constexpr auto c_commands = std::to_array<Parser::Command>({
 
 } // namespace
 
-TracerParser::TracerParser(TracerScanner& scanner) : ConfigParser(scanner, "tracer", c_commands) {}
+TracerParser::TracerParser(TracerScanner& scanner) : ConfigParser(scanner, "tracer", COMMANDS) {}
 
 bool TracerParser::acts(const Command& command, Tracer& tracer) const
 {
-    return command.word == c_on || command.word == c_off || tracer.isActive();
+    return command.word == ON || command.word == OFF || tracer.isActive();
 }

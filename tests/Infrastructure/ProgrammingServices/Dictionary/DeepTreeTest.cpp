@@ -179,7 +179,7 @@ TEST(DeepTree, IsRefusedByTheWriter)
         Dictionary tree;
         readNested(tree);
 
-        EXPECT_GT(PropertyListWriter::markupSize(tree, 0), PropertyListWriter::s_maxMarkupSize);
+        EXPECT_GT(PropertyListWriter::markupSize(tree, 0), PropertyListWriter::MAX_MARKUP_SIZE);
         EXPECT_THROW(tree.marshall(""), std::length_error);
     });
 }
@@ -212,7 +212,7 @@ TEST(DeepTree, IsDescribedUpToABound)
 
         const std::string description = tree.toString("");
 
-        EXPECT_EQ(description.size(), DictionaryDescription::s_maxSize + 4);
+        EXPECT_EQ(description.size(), DictionaryDescription::MAX_SIZE + 4);
         EXPECT_TRUE(description.ends_with(" ..."));
     });
 }

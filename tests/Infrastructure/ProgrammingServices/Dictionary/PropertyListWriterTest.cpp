@@ -93,7 +93,7 @@ TEST(PropertyListWriter, KnowsTheSizeOfItsMarkupBeforehand)
             PropertyListWriter::markupSize(tree, indent.size()), tree.marshall(indent).size());
 }
 
-static_assert(PropertyListWriter::s_maxMarkupSize == 512 * 1024 * 1024);
+static_assert(PropertyListWriter::MAX_MARKUP_SIZE == 512 * 1024 * 1024);
 
 TEST(PropertyListWriter, RefusesATreeWhoseMarkupIsLargerThanItsBound)
 {
