@@ -1,6 +1,6 @@
 #pragma once
 
-#include "KFException.h"
+#include "KFNamedException.h"
 
 /// No company network has the display name asked for.
 class KFCompanyNetworkNotFoundException

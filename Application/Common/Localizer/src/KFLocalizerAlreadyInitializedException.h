@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KFLocalizerException.h"
+#include "KFNamedException.h"
 
 /// The localizer was initialised twice, be it with the same file.
 class KFLocalizerAlreadyInitializedException

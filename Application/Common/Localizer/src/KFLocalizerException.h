@@ -1,6 +1,6 @@
 #pragma once
 
-#include "KFException.h"
+#include "KFNamedException.h"
 
 /// Base of what the localizer throws. The name tells the failure; the recorded unit and line tell
 /// which check found it.

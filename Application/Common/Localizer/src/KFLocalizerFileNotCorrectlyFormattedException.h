@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KFLocalizerException.h"
+#include "KFNamedException.h"
 
 /// The localization file is not UTF-8 text: the only format error there is.
 class KFLocalizerFileNotCorrectlyFormattedException

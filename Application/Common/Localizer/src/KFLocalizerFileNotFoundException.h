@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KFLocalizerException.h"
+#include "KFNamedException.h"
 
 /// The localization file cannot be opened.
 class KFLocalizerFileNotFoundException

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KFLocalizerException.h"
+#include "KFNamedException.h"
 
 /// A text was asked for before a localization file was loaded.
 class KFLocalizerNotInitializedException

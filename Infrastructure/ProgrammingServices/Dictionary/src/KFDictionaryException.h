@@ -1,6 +1,6 @@
 #pragma once
 
-#include "KFException.h"
+#include "KFNamedException.h"
 
 /// The base of what the property dictionary throws; not thrown by itself.
 class KFDictionaryException : public KFNamedException<"KFDictionaryException", KFException> {
