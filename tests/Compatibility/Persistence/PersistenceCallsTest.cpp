@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <ostream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -189,6 +190,8 @@ testing::Matcher<const std::string&> counts(const std::string& className, const 
 struct Class {
     const char* name;
     std::shared_ptr<void> (*make)();
+
+    friend void PrintTo(const Class& row, std::ostream* out) { *out << row.name; }
 };
 
 template<typename Store>

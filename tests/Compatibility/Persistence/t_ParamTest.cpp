@@ -3,6 +3,7 @@
 #include "ParameterRecords.h"
 
 #include <memory>
+#include <ostream>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -110,6 +111,8 @@ namespace {
 struct BrokenRecord {
     const char* what;
     std::string bytes;
+
+    friend void PrintTo(const BrokenRecord& row, std::ostream* out) { *out << row.what; }
 };
 
 class BrokenRecords : public testing::TestWithParam<BrokenRecord> {};

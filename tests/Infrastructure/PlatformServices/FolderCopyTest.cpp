@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <limits>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -384,6 +385,8 @@ struct Pattern {
     std::string name;
     std::string pattern;
     std::vector<std::string> copied;
+
+    friend void PrintTo(const Pattern& row, std::ostream* out) { *out << row.name; }
 };
 
 class FolderCopyPattern : public FolderCopy, public testing::WithParamInterface<Pattern> {};

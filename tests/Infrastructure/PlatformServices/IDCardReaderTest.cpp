@@ -10,6 +10,7 @@
 #include <clocale>
 #include <filesystem>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <type_traits>
 
@@ -229,6 +230,8 @@ struct Line {
     std::string text;
     std::string key;
     std::string value;
+
+    friend void PrintTo(const Line& row, std::ostream* out) { *out << row.name; }
 };
 
 class IDCardLine : public testing::TestWithParam<Line> {};
@@ -275,6 +278,8 @@ struct Accessor {
     std::string (IDCardReader::*get)() const;
     std::string name;
     std::string key;
+
+    friend void PrintTo(const Accessor& row, std::ostream* out) { *out << row.name; }
 };
 
 class IDCardAccessor : public testing::TestWithParam<Accessor> {};

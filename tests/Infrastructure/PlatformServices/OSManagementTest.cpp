@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <optional>
+#include <ostream>
 #include <regex>
 #include <string>
 
@@ -84,6 +85,8 @@ namespace {
 struct Release {
     std::string told;
     std::string version;
+
+    friend void PrintTo(const Release& row, std::ostream* out) { *out << row.told; }
 };
 
 class KernelRelease : public testing::TestWithParam<Release> {};
@@ -119,6 +122,8 @@ struct Languages {
     std::optional<std::string> messages;
     std::optional<std::string> lang;
     std::string expected;
+
+    friend void PrintTo(const Languages& row, std::ostream* out) { *out << row.name; }
 };
 
 class UserLanguage : public testing::TestWithParam<Languages> {};

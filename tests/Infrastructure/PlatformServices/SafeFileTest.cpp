@@ -12,6 +12,7 @@
 #include <cstring>
 #include <filesystem>
 #include <functional>
+#include <ostream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -323,6 +324,8 @@ namespace {
 struct OtherKind {
     std::string name;
     std::function<void(const TemporaryFolder& folder, const std::string& path)> make;
+
+    friend void PrintTo(const OtherKind& row, std::ostream* out) { *out << row.name; }
 };
 
 class NoRegularFile : public testing::TestWithParam<OtherKind> {};

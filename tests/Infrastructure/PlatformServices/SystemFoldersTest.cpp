@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <optional>
+#include <ostream>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -327,6 +328,8 @@ struct Setting {
     std::string name;
     std::string lines;
     std::string desktop; // "~" for the home folder
+
+    friend void PrintTo(const Setting& row, std::ostream* out) { *out << row.name; }
 };
 
 class DesktopSetting : public SystemFolderPaths, public testing::WithParamInterface<Setting> {};

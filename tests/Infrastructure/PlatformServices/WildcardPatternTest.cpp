@@ -1,5 +1,6 @@
 #include "WildcardPattern.h"
 
+#include <ostream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -10,6 +11,8 @@ struct Case {
     std::string pattern;
     std::string text;
     bool matches;
+
+    friend void PrintTo(const Case& row, std::ostream* out) { *out << row.pattern; }
 };
 
 class WildcardPatternTable : public testing::TestWithParam<Case> {};

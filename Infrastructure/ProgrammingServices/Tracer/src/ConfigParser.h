@@ -9,6 +9,14 @@
 #include <type_traits>
 #include <variant>
 
+/// What a command takes behind its word.
+namespace ConfigArgument {
+struct None {};
+using Name = const std::string&; ///< one run of characters that are not blank
+using Number = std::int32_t;     ///< decimal digits, at most 2147483647
+using Mask = std::uint32_t;      ///< one or more level words, each adding a bit
+} // namespace ConfigArgument
+
 /// The grammar that the diagnostics configuration files share: each line is empty, a comment, or
 /// one command with its argument. A subclass gives the table of the commands.
 ///
@@ -19,18 +27,16 @@
 template<typename Facility>
 class ConfigParser {
 public:
-    struct None {};
-    using Name = const std::string&; ///< one run of characters that are not blank
-    using Number = std::int32_t;     ///< decimal digits, at most 2147483647
-    using Mask = std::uint32_t;      ///< one or more level words, each adding a bit
-
     /// A row of the table: the word, and what it does with the argument that it takes behind it.
     struct Command {
         template<typename Argument>
         using Action = void (*)(Facility& facility, Argument argument);
 
         std::string_view word;
-        std::variant<Action<None>, Action<Name>, Action<Number>, Action<Mask>> action;
+        std::variant<
+            Action<ConfigArgument::None>, Action<ConfigArgument::Name>,
+            Action<ConfigArgument::Number>, Action<ConfigArgument::Mask>>
+            action;
     };
 
     virtual ~ConfigParser() = default;
@@ -85,10 +91,10 @@ private:
         return true;
     }
 
-    bool read(None& /*argument*/) { return true; }
+    bool read(ConfigArgument::None& /*argument*/) { return true; }
     bool read(std::string& name) { return m_scanner.readName(name); }
-    bool read(Number& number) { return m_scanner.readNumber(number); }
-    bool read(Mask& mask) { return m_scanner.readLevelWords(mask); }
+    bool read(ConfigArgument::Number& number) { return m_scanner.readNumber(number); }
+    bool read(ConfigArgument::Mask& mask) { return m_scanner.readLevelWords(mask); }
 
     ConfigScanner& m_scanner;
     const char* m_facilityName;

@@ -6,13 +6,9 @@
 
 namespace {
 
-using Parser = ConfigParser<Logger>;
-using None = Parser::None;
-using Name = Parser::Name;
-using Number = Parser::Number;
-using Mask = Parser::Mask;
+using namespace ConfigArgument;
 
-constexpr auto COMMANDS = std::to_array<Parser::Command>({
+constexpr auto COMMANDS = std::to_array<LoggerParser::Command>({
     {"LOG_ON", [](Logger& logger, None) { logger.setActive(true); }},
     {"LOG_OFF", [](Logger& logger, None) { logger.setActive(false); }},
     {"LOG_CLOCK", [](Logger& logger, None) { logger.setPrintTime(true); }},

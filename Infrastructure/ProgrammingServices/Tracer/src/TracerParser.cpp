@@ -6,18 +6,14 @@
 
 namespace {
 
-using Parser = ConfigParser<Tracer>;
-using None = Parser::None;
-using Name = Parser::Name;
-using Number = Parser::Number;
-using Mask = Parser::Mask;
+using namespace ConfigArgument;
 
 constexpr std::string_view ON = "TRACE_ON";
 constexpr std::string_view OFF = "TRACE_OFF";
 
 void ignore(Tracer& /*tracer*/, None /*argument*/) {}
 
-constexpr auto COMMANDS = std::to_array<Parser::Command>({
+constexpr auto COMMANDS = std::to_array<TracerParser::Command>({
     {ON, [](Tracer& tracer, None) { tracer.setActive(true); }},
     {OFF, [](Tracer& tracer, None) { tracer.setActive(false); }},
     {"TRACE_INDENT_WITH_MARK", [](Tracer& tracer, None) { tracer.setTreeIndent(true); }},

@@ -7,6 +7,7 @@
 #include "VirtualSlot.h"
 
 #include <memory>
+#include <ostream>
 #include <type_traits>
 
 #include <gmock/gmock.h>
@@ -37,6 +38,8 @@ protected:
 struct FolderAndFile {
     const char* folder;
     const char* file;
+
+    friend void PrintTo(const FolderAndFile& row, std::ostream* out) { *out << row.folder; }
 };
 
 class ConfigurationFile : public testing::TestWithParam<FolderAndFile> {};

@@ -1,5 +1,6 @@
 #include "CompanyNetworkConstants.h"
 
+#include <ostream>
 #include <string>
 #include <vector>
 

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -570,6 +571,8 @@ namespace {
 struct ApnChange {
     const char* condition;
     void (*make)(CompanyNetworkDefinition&);
+
+    friend void PrintTo(const ApnChange& row, std::ostream* out) { *out << row.condition; }
 };
 
 class ApnChanges : public testing::TestWithParam<ApnChange> {};

@@ -1,5 +1,7 @@
 #include "MonitoringConfiguration.h"
 
+#include <ostream>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -14,6 +16,8 @@ protected:
 struct TypeCode {
     const char* text;
     int code;
+
+    friend void PrintTo(const TypeCode& row, std::ostream* out) { *out << row.text; }
 };
 
 class MonitoringType : public testing::TestWithParam<TypeCode> {};

@@ -2,6 +2,7 @@
 
 #include "MarkedCalls.h"
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,8 @@ struct Line {
     const char* name;
     std::string content;
     Entries entries;
+
+    friend void PrintTo(const Line& row, std::ostream* out) { *out << row.name; }
 };
 
 class LocalizationFileLine : public testing::TestWithParam<Line> {};

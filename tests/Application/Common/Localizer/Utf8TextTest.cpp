@@ -3,6 +3,7 @@
 #include "MarkedCalls.h"
 
 #include <functional>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +21,8 @@ struct Encoding {
     const char* name;
     std::string_view bytes;
     bool wellFormed;
+
+    friend void PrintTo(const Encoding& row, std::ostream* out) { *out << row.name; }
 };
 
 class Utf8TextEncoding : public testing::TestWithParam<Encoding> {};

@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <ostream>
 #include <regex>
 
 #include <gmock/gmock.h>
@@ -659,6 +660,8 @@ TEST_F(StartUpTest, InsertsTheSuffixIntoTheNamesOfTheDiagnosticsFiles)
 struct Published {
     const char* before;
     const char* told;
+
+    friend void PrintTo(const Published& row, std::ostream* out) { *out << row.before; }
 };
 
 class StartUpPublishedTest : public StartUpTest, public testing::WithParamInterface<Published> {};
@@ -710,6 +713,8 @@ struct TextsFailure {
     const char* content; // of the file; none where there is no file
     const char* name;
     int line;
+
+    friend void PrintTo(const TextsFailure& row, std::ostream* out) { *out << row.content; }
 };
 
 class StartUpFallbackTest : public StartUpTest, public testing::WithParamInterface<TextsFailure> {};

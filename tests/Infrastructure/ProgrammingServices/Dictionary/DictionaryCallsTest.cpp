@@ -10,6 +10,7 @@
 #include <functional>
 #include <list>
 #include <memory>
+#include <ostream>
 #include <sstream>
 #include <string>
 #include <string_view>

@@ -6,6 +6,7 @@
 #include "TemporaryFolder.h"
 
 #include <filesystem>
+#include <ostream>
 #include <string>
 #include <type_traits>
 

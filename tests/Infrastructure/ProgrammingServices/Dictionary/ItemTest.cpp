@@ -3,6 +3,7 @@
 #include "KFDictionaryParsingException.h"
 #include "RecordingItem.h"
 
+#include <ostream>
 #include <string>
 #include <tuple>
 #include <type_traits>
@@ -120,6 +121,8 @@ struct Extraction {
     const char* tag;
     std::string line;
     std::string value;
+
+    friend void PrintTo(const Extraction& row, std::ostream* out) { *out << row.tag; }
 };
 
 using GetXmlVal = testing::TestWithParam<Extraction>;
@@ -154,6 +157,8 @@ INSTANTIATE_TEST_SUITE_P(
 struct MissingTag {
     const char* tag;
     std::string line;
+
+    friend void PrintTo(const MissingTag& row, std::ostream* out) { *out << row.tag; }
 };
 
 using GetXmlValWithoutTag = testing::TestWithParam<MissingTag>;

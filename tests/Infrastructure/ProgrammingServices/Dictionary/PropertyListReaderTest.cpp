@@ -3,6 +3,7 @@
 #include "IntBasicItem.h"
 #include "RecordingItem.h"
 
+#include <ostream>
 #include <sstream>
 #include <string>
 

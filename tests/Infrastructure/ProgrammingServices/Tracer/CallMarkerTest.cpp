@@ -3,6 +3,7 @@
 #include "PublishedTracer.h"
 
 #include <cstdint>
+#include <ostream>
 #include <string>
 #include <type_traits>
 
@@ -26,6 +27,12 @@ struct Guard {
     bool printed = true;
     std::uint32_t mask = 0x1FF;
     bool written = true;
+
+    friend void PrintTo(const Guard& row, std::ostream* out)
+    {
+        *out << (row.active ? "active" : "inactive") << ", " << (row.printed ? "printed" : "hidden")
+             << ", mask " << row.mask;
+    }
 };
 
 class CallMarkerGuard : public testing::TestWithParam<Guard> {};

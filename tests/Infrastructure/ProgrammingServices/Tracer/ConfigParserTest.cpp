@@ -40,11 +40,13 @@ private:
 using Parser = ConfigParser<Recorder>;
 
 constexpr auto commands = std::to_array<Parser::Command>({
-    {"T_GO", [](Recorder& recorder, Parser::None) { recorder.record(1, "", 0, 0); }},
-    {"T_NAME", [](Recorder& recorder, Parser::Name name) { recorder.record(2, name, 0, 0); }},
+    {"T_GO", [](Recorder& recorder, ConfigArgument::None) { recorder.record(1, "", 0, 0); }},
+    {"T_NAME",
+     [](Recorder& recorder, ConfigArgument::Name name) { recorder.record(2, name, 0, 0); }},
     {"T_NUMBER",
-     [](Recorder& recorder, Parser::Number number) { recorder.record(3, "", number, 0); }},
-    {"T_MASK", [](Recorder& recorder, Parser::Mask mask) { recorder.record(4, "", 0, mask); }},
+     [](Recorder& recorder, ConfigArgument::Number number) { recorder.record(3, "", number, 0); }},
+    {"T_MASK",
+     [](Recorder& recorder, ConfigArgument::Mask mask) { recorder.record(4, "", 0, mask); }},
 });
 
 class TestParser : public Parser {

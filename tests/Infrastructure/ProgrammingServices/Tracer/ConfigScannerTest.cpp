@@ -3,6 +3,7 @@
 #include "TemporaryFolder.h"
 
 #include <array>
+#include <ostream>
 #include <string_view>
 
 #include <gtest/gtest.h>
@@ -190,6 +191,8 @@ TEST(ConfigScanner, RefusesKeywordAndNumberOfAMegabyte)
 struct NumberCase {
     std::string text;
     std::int32_t number;
+
+    friend void PrintTo(const NumberCase& row, std::ostream* out) { *out << row.text; }
 };
 
 class ConfigScannerNumber : public testing::TestWithParam<NumberCase> {};
@@ -232,6 +235,8 @@ INSTANTIATE_TEST_SUITE_P(
 struct LevelWordCase {
     std::string word;
     std::uint32_t bit;
+
+    friend void PrintTo(const LevelWordCase& row, std::ostream* out) { *out << row.word; }
 };
 
 class ConfigScannerLevelWord : public testing::TestWithParam<LevelWordCase> {};

@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <latch>
 #include <map>
+#include <ostream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -32,11 +33,15 @@ KFExceptionHandler* handler()
 struct Raised {
     int host;
     std::string message;
+
+    friend void PrintTo(const Raised& row, std::ostream* out) { *out << row.host; }
 };
 
 struct Filtered {
     int signal;
     std::string message;
+
+    friend void PrintTo(const Filtered& row, std::ostream* out) { *out << row.signal; }
 };
 
 /// Never made: reaches what the handler keeps of a violation, which it reports in part only.

@@ -6,6 +6,7 @@
 #include <functional>
 #include <future>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <thread>
 
@@ -17,6 +18,8 @@ std::optional<std::timespec> shownTime;
 struct Operation {
     std::string name;
     std::function<void(TestOutput&)> action;
+
+    friend void PrintTo(const Operation& row, std::ostream* out) { *out << row.name; }
 };
 
 class LineOutputMutex : public LineOutputTest, public testing::WithParamInterface<Operation> {

@@ -3,6 +3,8 @@
 #include "Logger.h"
 #include "TemporaryFolder.h"
 
+#include <ostream>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -117,6 +119,8 @@ TEST_F(LoggerParserTest, OnlyAddsToTheMask)
 struct WordCase {
     std::string word;
     std::uint32_t bit;
+
+    friend void PrintTo(const WordCase& row, std::ostream* out) { *out << row.word; }
 };
 
 class LoggerParserWord : public LoggerParserTest, public testing::WithParamInterface<WordCase> {};

@@ -7,6 +7,7 @@
 #include <array>
 #include <chrono>
 #include <ctime>
+#include <ostream>
 #include <regex>
 
 #include <gmock/gmock.h>
@@ -67,6 +68,8 @@ TEST(Logger, StartsWithItsDefaults)
 struct TagCase {
     std::uint32_t type;
     std::string tag;
+
+    friend void PrintTo(const TagCase& row, std::ostream* out) { *out << row.tag; }
 };
 
 class LoggerTag : public LoggerTest, public testing::WithParamInterface<TagCase> {};
@@ -153,6 +156,8 @@ struct LengthCase {
     std::size_t length;
     std::size_t kept;
     std::string mark;
+
+    friend void PrintTo(const LengthCase& row, std::ostream* out) { *out << row.length; }
 };
 
 class LoggerMessageLength : public LoggerTest, public testing::WithParamInterface<LengthCase> {};

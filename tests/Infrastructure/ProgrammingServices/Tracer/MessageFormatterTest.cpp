@@ -1,6 +1,7 @@
 #include "MessageFormatter.h"
 
 #include <cstdarg>
+#include <ostream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -25,6 +26,8 @@ struct Length {
     std::size_t given;
     std::size_t kept;
     std::string mark;
+
+    friend void PrintTo(const Length& row, std::ostream* out) { *out << row.given; }
 };
 
 class MessageFormatterLengths : public testing::TestWithParam<Length> {};

@@ -1,5 +1,6 @@
 #include "NamePatterns.h"
 
+#include <ostream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -10,6 +11,8 @@ struct Match {
     std::string pattern;
     std::string name;
     bool matches;
+
+    friend void PrintTo(const Match& row, std::ostream* out) { *out << row.pattern; }
 };
 
 class NamePatternsKinds : public testing::TestWithParam<Match> {};

@@ -1,6 +1,7 @@
 #include "ProgramSignals.h"
 
 #include <csignal>
+#include <ostream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -11,6 +12,8 @@ struct Row {
     int signal;
     int host;
     std::string name;
+
+    friend void PrintTo(const Row& row, std::ostream* out) { *out << row.signal; }
 };
 
 class ProgramSignalsTable : public testing::TestWithParam<Row> {};

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <future>
+#include <ostream>
 #include <string>
 #include <thread>
 
@@ -29,6 +30,8 @@ std::string padded(std::string text, std::size_t width)
 struct TypeTag {
     TraceMsgType type;
     std::string tag;
+
+    friend void PrintTo(const TypeTag& row, std::ostream* out) { *out << row.tag; }
 };
 
 class ThreadTracerTags : public testing::TestWithParam<TypeTag> {};
@@ -104,6 +107,8 @@ struct IdColumn {
     pid_t id;
     std::string column;
     std::string name; // of a thread that has no other
+
+    friend void PrintTo(const IdColumn& row, std::ostream* out) { *out << row.id; }
 };
 
 class ThreadTracerIds : public testing::TestWithParam<IdColumn> {

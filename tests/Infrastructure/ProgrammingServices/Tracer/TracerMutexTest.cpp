@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <functional>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <thread>
 #include <utility>
@@ -19,6 +20,8 @@ namespace {
 struct Operation {
     std::string name;
     std::function<void(Tracer&)> action;
+
+    friend void PrintTo(const Operation& row, std::ostream* out) { *out << row.name; }
 };
 
 class TracerMutex : public testing::Test {

@@ -5,6 +5,7 @@
 #include "TracerOptions.h"
 
 #include <functional>
+#include <ostream>
 
 #include <gtest/gtest.h>
 
@@ -44,6 +45,8 @@ TEST_F(TracerParserTest, SwitchesOff)
 struct OptionCase {
     std::string command;
     std::function<bool(Tracer&)> isSet;
+
+    friend void PrintTo(const OptionCase& row, std::ostream* out) { *out << row.command; }
 };
 
 /// Each command with the look at the tracer that tells whether it acted.
@@ -122,6 +125,8 @@ TEST_F(TracerParserTest, SetsThePathOfTheRing)
 struct TypeWordCase {
     std::string word;
     std::uint32_t bit;
+
+    friend void PrintTo(const TypeWordCase& row, std::ostream* out) { *out << row.word; }
 };
 
 class TracerParserWord : public TracerParserTest,

@@ -2,6 +2,8 @@
 
 #include "ScopedEnvironment.h"
 
+#include <ostream>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -11,6 +13,8 @@ struct Variable {
     const char* name;
     const char* value;
     bool handedOn;
+
+    friend void PrintTo(const Variable& row, std::ostream* out) { *out << row.name; }
 };
 
 class ElevatedEnvironmentTest : public testing::TestWithParam<Variable> {};

@@ -5,6 +5,7 @@
 #include "TemporaryFolder.h"
 
 #include <array>
+#include <ostream>
 
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
@@ -55,6 +56,8 @@ struct Case {
     const char* server;
     Cookie cookie;
     bool isFor;
+
+    friend void PrintTo(const Case& row, std::ostream* out) { *out << row.server; }
 };
 
 } // namespace

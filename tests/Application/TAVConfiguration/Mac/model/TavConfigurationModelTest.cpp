@@ -5,6 +5,7 @@
 #include "RecordingController.h"
 
 #include <optional>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -78,6 +79,8 @@ struct Activation {
     const char* name;
     std::string entry;
     bool selected;
+
+    friend void PrintTo(const Activation& row, std::ostream* out) { *out << row.name; }
 };
 
 class TavConfigurationModelTest : public testing::Test {

@@ -3,6 +3,7 @@
 #include "MarkedCalls.h"
 
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,8 @@ struct Text {
     const char* name;
     std::u16string text;
     bool valid;
+
+    friend void PrintTo(const Text& row, std::ostream* out) { *out << row.name; }
 };
 
 class IPAddressEntryFormatterText : public testing::TestWithParam<Text> {
