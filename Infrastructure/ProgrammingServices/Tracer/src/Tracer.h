@@ -17,8 +17,8 @@ class ThreadTracer;
 /// The process-wide call tracer: which calls and messages are written, and how the lines look.
 ///
 /// Created inactive and published once; the published one lives as long as the process. Options,
-/// filters and output may change at any time. Any thread may call; the output's mutex guards
-/// everything. Each thread is registered under its name at its first traced call.
+/// filters and output may change at any time. Any thread may call: the options are atomic, the
+/// output's mutex guards all else. Each thread is registered under its name at its first traced call.
 class Tracer : public LineOutput {
 public:
     Tracer();
