@@ -18,7 +18,8 @@ class ThreadTracer;
 ///
 /// Created inactive and published once; the published one lives as long as the process. Options,
 /// filters and output may change at any time. Any thread may call: the options are atomic, the
-/// output's mutex guards all else. Each thread is registered under its name at its first traced call.
+/// output's mutex guards all else. Each thread is registered under its name at its first traced
+/// call.
 class Tracer : public LineOutput {
 public:
     Tracer();

@@ -6,6 +6,7 @@
 #include "CrashReport.h"
 #include "JoinedOutputs.h"
 #include "KFThread.h"
+#include "KeptViolation.h"
 #include "PublishedTracer.h"
 #include "VirtualSlot.h"
 
@@ -42,12 +43,6 @@ struct Filtered {
     std::string message;
 
     friend void PrintTo(const Filtered& row, std::ostream* out) { *out << row.signal; }
-};
-
-/// Never made: reaches what the handler keeps of a violation, which it reports in part only.
-struct KeptViolation : KFExceptionHandler {
-    using Parameters = std::map<std::string, std::string>;
-    static const Parameters& parameters() { return m_ExceptParams; }
 };
 
 class EverySignal : public testing::TestWithParam<Raised> {};
