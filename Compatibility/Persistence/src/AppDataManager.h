@@ -55,7 +55,7 @@ public:
     void createAllUsersDataFolder() const;
 
     /// What the domain's user folder and all-users folder hold, at all levels, as sorted relative
-    /// paths, each once. kept: a name without a full stop is not listed.
+    /// paths, each once. Kept: a name without a full stop is not listed.
     std::list<std::string> getFiles(const std::string& domain) const;
 
     const t_PersistencePair<PersistenceManager>& getPersistence(const std::string& domain) const;
@@ -81,7 +81,7 @@ public:
     void removeDomainData(const std::string& domain) const;
 
     /// Deletes the folders of a scope and the downloads, then the maker's when nothing is left in
-    /// it, the user's and all users'. kept: the scope is taken as it is, ".." and all, and a link
+    /// it, the user's and all users'. Kept: the scope is taken as it is, ".." and all, and a link
     /// in the place of a folder has its target emptied.
     void removeAllData(const std::string& scope) const;
 

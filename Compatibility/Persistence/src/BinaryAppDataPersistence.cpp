@@ -73,7 +73,7 @@ char* BinaryAppDataPersistence::readUnformattedParam(const std::string& name, in
 void BinaryAppDataPersistence::eraseAllParams()
 {
     CallMarker marker("BinaryAppDataPersistence::eraseAllParams", this);
-    // kept: unlike the text store, which makes no file for it
+    // Kept: unlike the text store, which makes no file for it
     writePersistenceFile({});
 }
 

@@ -14,7 +14,7 @@
 class FileFinder {
 public:
     /// A pattern that does not begin with "*" gets one in front, so that "txt" finds what ends in
-    /// it. kept: "*.*" finds every entry, also those without a dot.
+    /// it. Kept: "*.*" finds every entry, also those without a dot.
     FileFinder(const std::string& directory, const std::string& pattern);
     virtual ~FileFinder();
 
@@ -22,7 +22,7 @@ public:
     FileFinder& operator=(const FileFinder&) = delete;
 
     /// Puts the relative path of the next match into `out`; false when there is none left, `out`
-    /// unchanged. kept: goes on where the last call ended and never starts again.
+    /// unchanged. Kept: goes on where the last call ended and never starts again.
     virtual bool findFirstFile(std::string& out);
     /// The same as findFirstFile().
     virtual bool findNextFile(std::string& out);

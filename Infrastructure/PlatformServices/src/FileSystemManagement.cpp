@@ -42,7 +42,7 @@ bool makeEachFolder(const std::string& path, const Make& make)
 {
     if (path.empty())
         return false;
-    umask(0); // kept: folders are open to everybody, and the mask stays so
+    umask(0); // Kept: folders are open to everybody, and the mask stays so
     for (std::size_t end = 1; end <= path.size(); ++end) {
         if (end < path.size() && path[end] != '/')
             continue;
@@ -81,7 +81,7 @@ bool emptyFolder(const std::string& path)
     }
 }
 
-// kept: the fixed part may stand anywhere in the name, and nobody asks whether a file, or what is
+// Kept: the fixed part may stand anywhere in the name, and nobody asks whether a file, or what is
 // in a folder, could be copied.
 bool copyEntry(
     const std::string& source, const std::string& destination, const std::string& name,
@@ -210,7 +210,7 @@ try {
 bool FileSystemManagement::copyFolder(
     const std::string& source, const std::string& destination, const std::string& pattern)
 try {
-    umask(0); // kept: as in createFolder()
+    umask(0); // Kept: as in createFolder()
     const std::string fixed = fixedPart(pattern);
     if (!existFolder(source) || !createFolder(destination))
         return false;

@@ -32,7 +32,7 @@ public:
     /// Links are followed.
     static bool existFolder(const std::string& path);
 
-    /// Creates the folder and all missing parents, open to everybody. kept: fails where another
+    /// Creates the folder and all missing parents, open to everybody. Kept: fails where another
     /// process makes one of them at the same moment.
     static bool createFolder(const std::string& path);
     /// Makes the folder and all missing parents, each that is new with exactly this mode. One that
@@ -48,11 +48,11 @@ public:
     /// neither file nor folder is left out.
     ///
     /// Ends with false where there is no folder, one cannot be made, or an entry leads nowhere.
-    /// kept: true although a file could not be copied, or the copying ended in a sub-folder.
+    /// Kept: true although a file could not be copied, or the copying ended in a sub-folder.
     static bool copyFolder(
         const std::string& source, const std::string& destination, const std::string& pattern);
 
-    /// Returns true when the removal FAILED. kept: callers rely on the inverted result.
+    /// Returns true when the removal FAILED. Kept: callers rely on the inverted result.
     static bool deleteFile(const std::string& path);
     static bool DeleteEmptyFolder(const std::string& path);
     /// Empties the folder; links are removed, not followed, and what cannot be removed is passed
@@ -60,11 +60,11 @@ public:
     /// anything in it.
     static bool deleteFolder(const std::string& path, bool removeSelf);
 
-    /// Does nothing. kept: false on this platform.
+    /// Does nothing. Kept: false on this platform.
     static bool RemoveReadOnly(const std::string& path);
-    /// Does nothing. kept: true on this platform.
+    /// Does nothing. Kept: true on this platform.
     static bool Move(const std::string& source, const std::string& destination);
-    /// Does nothing. kept: empty on this platform, the default is not returned.
+    /// Does nothing. Kept: empty on this platform, the default is not returned.
     static std::string ReadParamFromIniFile(
         const std::string& file, const std::string& section, const std::string& key,
         const std::string& defaultValue);

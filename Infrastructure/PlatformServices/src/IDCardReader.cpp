@@ -50,7 +50,7 @@ try {
 
 // The value ends at its first character that is not printable, whatever the locale: the carriage
 // return of a foreign line end is cut off, a text beyond ASCII ends before its first such byte.
-// kept: blanks around the "=" belong to key and value, and a line without one is both.
+// Kept: blanks around the "=" belong to key and value, and a line without one is both.
 bool IDCardReader::storeEntry(std::string_view line)
 {
     CallMarker marker("IDCardReader::storeEntry", this);

@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// The operating system's name that reports carry. kept: the product's, on every platform.
+/// The operating system's name that reports carry. Kept: the product's, on every platform.
 inline constexpr const char* gsc_MacOsX = "Mac OS X";
 
 /// Name and version of the operating system, and the language of its user interface.
@@ -10,7 +10,7 @@ inline constexpr const char* gsc_MacOsX = "Mac OS X";
 /// No operation throws: what there is no memory for is empty. Any thread may call them.
 class OSManagement {
 public:
-    /// Name and version, followed by a blank. kept: the blank belongs to the text.
+    /// Name and version, followed by a blank. Kept: the blank belongs to the text.
     static std::string getCurrentOS();
     static void getCurrentOS(std::string& name, std::string& version);
     /// Name and version, joined by "_".

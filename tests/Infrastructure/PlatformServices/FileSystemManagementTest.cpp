@@ -244,7 +244,7 @@ TEST_F(CreateFile, FailsWhereSomethingElseStandsInTheWay)
     EXPECT_FALSE(FileSystemManagement::createFile(m_folder.path(), ""));
 }
 
-// kept: the result is inverted.
+// Kept: the result is inverted.
 TEST_F(DeleteFile, TellsFalseWhenItRemovedTheFile)
 {
     m_folder.write("file", "");

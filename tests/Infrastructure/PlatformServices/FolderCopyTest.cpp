@@ -119,7 +119,7 @@ TEST_F(FileCopy, OfAnEmptyPathFailsAndLeavesTheDestination)
     EXPECT_EQ(m_folder.read("destination"), "old");
 }
 
-// kept: the destination is opened first.
+// Kept: the destination is opened first.
 TEST_F(FileCopy, EmptiesTheDestinationBeforeItFindsTheSourceMissing)
 {
     m_folder.write("destination", "old");

@@ -104,7 +104,7 @@ TEST_P(FoldersMadeMeanwhile, AreThereAsWell)
     EXPECT_TRUE(fs::is_directory(path("a/b/c")));
 }
 
-// kept: the call of the same purpose takes a lost race for a failure.
+// Kept: the call of the same purpose takes a lost race for a failure.
 TEST_P(FoldersMadeMeanwhile, EndTheCreationOfFolders)
 {
     makeMeanwhile(GetParam());

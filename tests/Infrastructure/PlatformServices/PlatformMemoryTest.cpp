@@ -221,7 +221,7 @@ TEST(FileSystemWithoutMemory, FailsToCopy)
     });
 }
 
-// kept: nobody asks what became of a sub-folder.
+// Kept: nobody asks what became of a sub-folder.
 TEST(FileSystemWithoutMemory, GoesOnBehindASubFolderThatItCannotCopy)
 {
     const auto answers = answersOf(

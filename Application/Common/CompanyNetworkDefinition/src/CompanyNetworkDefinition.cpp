@@ -95,7 +95,7 @@ bool CompanyNetworkDefinition::hasPublicVPN() const
 bool CompanyNetworkDefinition::hasDedicatedAPN() const
 {
     CallMarker marker("CompanyNetworkDefinition::hasDedicatedAPN", this);
-    // kept: unlike hasPublicVPN(), the section alone counts, whatever it holds
+    // Kept: unlike hasPublicVPN(), the section alone counts, whatever it holds
     return m_dedicatedAPN != nullptr;
 }
 

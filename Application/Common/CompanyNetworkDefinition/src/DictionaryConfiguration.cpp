@@ -52,11 +52,11 @@ DictionaryConfiguration& DictionaryConfiguration::operator=(const DictionaryConf
 {
     CallMarker marker("DictionaryConfiguration::operator=", this);
     if (this == &other) {
-        // kept: a section loses its content when it is assigned to itself
+        // Kept: a section loses its content when it is assigned to itself
         m_dictionary = std::make_unique<Dictionary>(m_dictionary->getName());
     } else {
         auto copy = std::make_unique<Dictionary>(*other.m_dictionary);
-        // kept: the dictionary held before is never destroyed
+        // Kept: the dictionary held before is never destroyed
         leakOnPurpose(m_dictionary.release());
         m_dictionary = std::move(copy);
     }

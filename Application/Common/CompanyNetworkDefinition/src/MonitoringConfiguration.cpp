@@ -54,7 +54,7 @@ int MonitoringConfiguration::getType() const
         return 1;
     if (type == gsc_IntranetConfigurationValueMonitoringTypeDNS)
         return 2;
-    // kept: the type "HTTP" has no number of its own
+    // Kept: the type "HTTP" has no number of its own
     return 0;
 }
 

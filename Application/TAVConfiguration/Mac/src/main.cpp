@@ -27,7 +27,7 @@ namespace {
 constexpr const char* UNIT = "Application/TAVConfiguration/Mac/src/main";
 constexpr const char* AdminRightsArg = "--adminRights";
 constexpr const char* LOCALIZATION_FILE = "Localizer_TavConfiguration_";
-/// kept: upper case, unlike the code that a user's language yields.
+/// Kept: upper case, unlike the code that a user's language yields.
 constexpr const char* DEFAULT_LOCALIZATION_FILE = "Localizer_TavConfiguration_EN.cfg";
 /// The log says what the user does: it is nobody else's.
 constexpr unsigned int LOG_FOLDER_MODE = 0700;

@@ -4,7 +4,7 @@
 
 /// An entry that holds a text.
 ///
-/// kept: it answers getValue() alone; there is no conversion to an integer.
+/// Kept: it answers getValue() alone; there is no conversion to an integer.
 class BasicItem : public Item {
 public:
     BasicItem();
@@ -19,7 +19,7 @@ public:
     bool equals(const Item& other) override;
     Item* clone() override;
     ~BasicItem() override;
-    /// Never NULL.
+    /// Never null.
     const char* getValue() const override;
     Item* getItem(const std::string& path) const override;
     Item* getItem(const char* path) const override;

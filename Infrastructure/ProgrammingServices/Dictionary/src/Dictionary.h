@@ -14,7 +14,7 @@ class CallMarker;
 ///
 /// A dictionary owns its items: they end when they are replaced or removed, and with it. A path is
 /// a row of keys joined by "."; it splits at its first full stop, without any escaping. A miss is
-/// never a failure: lookups answer NULL, false or nothing, updates do nothing. What an operation is
+/// never a failure: lookups answer null, false or nothing, updates do nothing. What an operation is
 /// given may be part of the tree that it changes. One thread uses a tree at a time; no operation
 /// uses the call stack in proportion to the depth of a tree.
 class Dictionary : public Item {
@@ -25,7 +25,7 @@ public:
     /// A deep copy.
     Dictionary(const Dictionary& other);
     /// Empties this dictionary, then copies the name and, deeply, the items.
-    /// kept: without a guard, so that `d = d` empties d.
+    /// Kept: without a guard, so that `d = d` empties d.
     Dictionary& operator=(const Dictionary& other);
 
     using Item::getValue;
@@ -36,17 +36,17 @@ public:
     Item* clone() override;
     ~Dictionary() override;
     /// The first text that the path leads to, from here or else from the dictionaries below, depth
-    /// first and in key order; NULL when there is none.
-    /// kept: where the path leads to an item that is no text, nothing below is searched.
+    /// first and in key order; null when there is none.
+    /// Kept: where the path leads to an item that is no text, nothing below is searched.
     const char* findValue(const std::string& path) const override;
     Dictionary* getAsDictionary() override;
     const char* getValue(const std::string& path) const override;
     bool getValueAs(const std::string& path, int& out) const override;
-    /// kept: for a path of several keys, true when the first one exists and any dictionary here,
+    /// Kept: for a path of several keys, true when the first one exists and any dictionary here,
     /// not only the one under it, contains the rest.
     bool contains(const std::string& path) override;
     Item* getItem(const std::string& path) const override;
-    /// NULL is a violation of the contract.
+    /// Null is a violation of the contract.
     Item* getItem(const char* cpath) const override;
     /// The lines of a property list. Throws std::length_error for a tree nested too deep to be
     /// written (see PropertyListWriter::MAX_MARKUP_SIZE).
@@ -68,7 +68,7 @@ public:
     virtual std::list<const char*> findValues(const std::string& path) const;
 #pragma GCC diagnostic pop
     /// The first item that the path leads to, from here or else from the dictionaries below, depth
-    /// first and in key order; NULL when there is none.
+    /// first and in key order; null when there is none.
     virtual Item* findItem(const std::string& path);
     /// All items that the path leads to; the search does not go below a dictionary that has one.
     virtual std::list<Item*> findItems(const std::string& path);
@@ -90,7 +90,7 @@ public:
     /// Whether there was something to remove.
     bool doRemoveItem(const std::string& path);
 
-    /// The item of the smallest key; NULL when empty.
+    /// The item of the smallest key; null when empty.
     Item* getFirstItem();
 
     /// Stores a clone, which keeps its own name, in place of what stands there. Dictionaries that

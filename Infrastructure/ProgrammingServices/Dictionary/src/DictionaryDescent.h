@@ -20,7 +20,7 @@ public:
     /// How many dictionaries are entered and not yet left.
     std::size_t depth() const { return m_levels.depth(); }
 
-    /// The next entry of the innermost dictionary, in key order; NULL when it has no more.
+    /// The next entry of the innermost dictionary, in key order; null when it has no more.
     const DictionaryEntries::Entry* next();
     /// Starts over with the entries of the innermost dictionary, which may have changed.
     void rewind() { m_levels.here().next = m_levels.here().entries->begin(); }

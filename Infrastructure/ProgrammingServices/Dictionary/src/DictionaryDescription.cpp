@@ -22,7 +22,7 @@ std::string DictionaryDescription::describe(const Dictionary& root)
     return std::move(m_text);
 }
 
-// kept: no line end follows, so that the first entry stands on the dictionary's own line
+// Kept: no line end follows, so that the first entry stands on the dictionary's own line
 void DictionaryDescription::open(const Dictionary& dictionary)
 {
     m_descent.enter(dictionary);

@@ -26,7 +26,7 @@ public:
     DictionaryEntries& operator=(DictionaryEntries&& other) noexcept;
     ~DictionaryEntries();
 
-    /// The dictionary that an entry holds; NULL for a leaf and for an entry that holds nothing.
+    /// The dictionary that an entry holds; null for a leaf and for an entry that holds nothing.
     static Dictionary* dictionaryIn(const Entry& entry);
     /// A clone of an entry's item.
     static std::unique_ptr<Item> cloneOf(const Entry& entry);
@@ -35,7 +35,7 @@ public:
     const_iterator end() const { return m_map.end(); }
     std::size_t size() const { return m_map.size(); }
 
-    /// The entry under the key; NULL when there is none.
+    /// The entry under the key; null when there is none.
     const Entry* find(std::string_view key) const;
     /// Puts the item under the key; one that it replaces ends here.
     void store(const std::string& key, std::unique_ptr<Item> item);

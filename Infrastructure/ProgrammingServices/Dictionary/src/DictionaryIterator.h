@@ -26,16 +26,16 @@ public:
     bool atEnd();
     /// Does nothing at the end.
     DictionaryIterator& next();
-    /// NULL at the end.
+    /// Null at the end.
     Item* current();
     /// Empty at the end.
     std::string key();
-    /// The text of the current item; NULL when it is none, and at the end.
+    /// The text of the current item; null when it is none, and at the end.
     const char* value();
     /// The integer of the current item; false, with `out` left alone, when it is none, and at the
     /// end.
     bool getValueAs(int& out);
-    /// NULL when the current item is no dictionary, and at the end.
+    /// Null when the current item is no dictionary, and at the end.
     Dictionary* currentDictionary();
     /// Goes on to the next entry that is a dictionary, unless it stands on one; it does not rewind.
     DictionaryIterator& firstDictionary();

@@ -20,7 +20,7 @@ public:
     DictionaryWalk(const Dictionary& root, const CallMarker& outer, Leaves leaves = Leaves::silent);
 
     /// Goes on to the children of the dictionary that the walk stands on, then beside and above it;
-    /// NULL at the end.
+    /// Null at the end.
     Dictionary* next();
     /// As next(), but leaves out what is below the dictionary that the walk stands on.
     Dictionary* nextBeside();

@@ -4,7 +4,7 @@
 
 /// An entry that holds a 32-bit integer.
 ///
-/// kept: it answers getValueAs(int&) alone; its getValue() is NULL.
+/// Kept: it answers getValueAs(int&) alone; its getValue() is null.
 class IntBasicItem : public Item {
 public:
     IntBasicItem();
@@ -22,7 +22,7 @@ public:
     bool getValueAs(int& out) const override;
     Item* getItem(const std::string& path) const override;
     Item* getItem(const char* path) const override;
-    /// kept: the line starts at the left margin whatever the indent, and the tag is "<int>": that
+    /// Kept: the line starts at the left margin whatever the indent, and the tag is "<int>": that
     /// is how the files are.
     std::string marshall(const std::string& indent) override;
     std::string toString(const std::string& indent) override;

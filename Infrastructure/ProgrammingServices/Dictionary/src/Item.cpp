@@ -120,12 +120,12 @@ std::string Item::getXmlVal(const char* tag, const std::string& line)
 
     const std::string opening = tag;
     const std::size_t found = line.find(opening);
-    // kept: the message says "<key>" whatever the tag was
+    // Kept: the message says "<key>" whatever the tag was
     if (found == std::string::npos)
         throw KFDictionaryParsingException("Can't find <key> in stream", UNIT, 180);
 
     const std::size_t start = found + opening.size();
-    // kept: searched from the start of the line; one that lies before the tag ends nothing
+    // Kept: searched from the start of the line; one that lies before the tag ends nothing
     const std::size_t end = line.find("</");
     const bool ends = end != std::string::npos && end >= start;
     std::string value = trim(line.substr(start, ends ? end - start : std::string::npos));

@@ -10,7 +10,7 @@ class Dictionary;
 /// of an entry that is none of these.
 ///
 /// An item that is stored in a dictionary belongs to it and ends with it. One thread uses a tree at
-/// a time. A lookup that finds nothing is no failure: it answers NULL, false or an empty list.
+/// a time. A lookup that finds nothing is no failure: it answers null, false or an empty list.
 class Item {
 public:
     Item();

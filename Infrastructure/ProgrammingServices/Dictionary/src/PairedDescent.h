@@ -19,7 +19,7 @@ public:
     void leave() { m_levels.leave(); }
     bool isOver() const { return m_levels.depth() == 0; }
 
-    /// The next entry of their innermost dictionary, in key order; NULL when it has no more.
+    /// The next entry of their innermost dictionary, in key order; null when it has no more.
     const DictionaryEntries::Entry* next();
     /// The entries of the innermost dictionaries.
     DictionaryEntries& mine() const { return *m_levels.here().mine; }

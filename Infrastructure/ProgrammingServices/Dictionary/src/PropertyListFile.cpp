@@ -20,7 +20,7 @@ constexpr const char* UNIT = "Infrastructure/ProgrammingServices/Dictionary/src/
 
 constexpr const char* FILE_BEGIN = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                                    "<plist version=\"1.0\">\n";
-// kept: no line end follows
+// Kept: no line end follows
 constexpr const char* FILE_END = "</plist>";
 
 bool nextLineHas(const char* tag, std::stringstream& in)
@@ -58,7 +58,7 @@ std::string PropertyListFile::read() const
         TAV_TRACE(m_marker, TraceMsgType::E, "Can't open file %s", m_path.c_str());
         throw KFDictionaryFileException("Can't open file", UNIT, 882);
     }
-    // kept: a zero byte ends the text
+    // Kept: a zero byte ends the text
     text->resize(std::min(text->size(), text->find('\0')));
     return *std::move(text);
 }

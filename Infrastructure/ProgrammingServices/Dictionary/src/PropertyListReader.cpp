@@ -44,7 +44,7 @@ void PropertyListReader::readEntry()
         leave();
 }
 
-// kept: a value of any other kind is skipped, and its key with it
+// Kept: a value of any other kind is skipped, and its key with it
 void PropertyListReader::readValue(const std::string& key)
 {
     const std::streampos start = m_in.tellg();
@@ -73,7 +73,7 @@ void PropertyListReader::enter(const std::string& key)
     m_open.enter(&opened, &DictionaryEntries::of(opened));
 }
 
-// kept: the line that ended the dictionary is consumed, whatever it holds; at the end of the stream
+// Kept: the line that ended the dictionary is consumed, whatever it holds; at the end of the stream
 // every dictionary still open ends so
 void PropertyListReader::leave()
 {

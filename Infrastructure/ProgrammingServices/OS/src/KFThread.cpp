@@ -20,8 +20,8 @@ KFThread::KFThread(const char* name)
 {
     if (name != nullptr)
         m_name = name;
-    m_hasAttributes = Contract::require(
-        pthread_attr_init(&m_attr) == 0, "!pthread_attr_init(&m_attr)", UNIT, 46);
+    m_hasAttributes =
+        Contract::require(pthread_attr_init(&m_attr) == 0, "!pthread_attr_init(&m_attr)", UNIT, 46);
     if (!m_hasAttributes)
         return;
     Contract::require(

@@ -29,7 +29,7 @@ public:
     /// Asks the body to finish.
     virtual void onTerminate() {}
 
-    /// False when the thread could not be created; kept: isRunning() stays true then. False, too,
+    /// False when the thread could not be created. Kept: isRunning() stays true then. False, too,
     /// while a body runs: one object is one thread at a time.
     bool start();
     /// Asks the body to finish and waits until it has; the body itself, which may ask too, does not

@@ -42,7 +42,7 @@ std::string ConfigScanner::readFile(const char* fileName, const char* facility)
 bool ConfigScanner::nextLine()
 {
     const std::size_t end = m_content.find('\n', m_nextLine);
-    // kept: a last line without an end of line is dropped.
+    // Kept: a last line without an end of line is dropped.
     if (end == std::string::npos)
         return false;
     m_rest = std::string_view(m_content).substr(m_nextLine, end - m_nextLine);

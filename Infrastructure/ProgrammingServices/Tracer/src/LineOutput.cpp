@@ -72,7 +72,7 @@ void LineOutput::WriteOnFile()
     if (openCurrentFile())
         writePending();
     else
-        m_mutex.acquire(); // kept: nobody releases this one, the lines of other threads wait
+        m_mutex.acquire(); // Kept: nobody releases this one, the lines of other threads wait
 }
 
 void LineOutput::writeInBackground()

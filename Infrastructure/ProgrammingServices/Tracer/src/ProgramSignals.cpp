@@ -29,7 +29,7 @@ constexpr std::array<ProgramSignal, ProgramSignals::LAST + 1> SIGNALS{{
     {SIGSYS, "SIGNAL_BAD_ARGUMENT_SYSTEM_CALL"},
     {SIGPIPE, "SIGNAL_WRITE_PIPE_WITH_NO_READER"},
     {SIGALRM, "SIGNAL_ALARM_CLOCK"},
-    {SIGTERM, "SIGNAL_SOTWARE_TERMINATION"}, // kept: spelled so
+    {SIGTERM, "SIGNAL_SOTWARE_TERMINATION"}, // Kept: spelled so
     {SIGURG, "SIGNAL_URG_ON_IO_CHANNEL"},
     {SIGSTOP, "SIGNAL_STOP"},
     {SIGTSTP, nullptr},

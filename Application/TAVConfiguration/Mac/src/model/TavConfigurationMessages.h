@@ -11,7 +11,7 @@ public:
 
     virtual void fillStartCommandLine(
         const std::string& commandLine, const std::string& arguments) = 0;
-    // kept: the message's name lacks a letter.
+    // Kept: the message's name lacks a letter.
     virtual void fillSopCommandLine(
         const std::string& commandLine, const std::string& arguments) = 0;
     virtual void fillMonitoringAddress(const std::string& address) = 0;
