@@ -27,6 +27,7 @@ _INSIDE = "TAV_PRIVATE_MACHINE"
 
 def enter():
     """Starts the script anew with its own mounts, processes, network and shared memory."""
+    os.umask(0o022)  # not the caller's: the users read what root makes
     if _INSIDE not in os.environ:
         os.environ[_INSIDE] = "yes"
         os.execvp("unshare", [
