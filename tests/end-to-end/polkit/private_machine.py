@@ -61,7 +61,7 @@ class Machine:
         self.program = self.program_folder / "TavConfiguration"
         self._install(cmake, build)
         self.grant_probe, self.close_window, self.admit_user, self.fake_elevator = (
-            pathlib.Path(shutil.copy(pathlib.Path(build, "tests", name), FOLDER))
+            _executable_copy(pathlib.Path(build, "tests", name))
             for name in ("PolkitGrantProbe", "CloseWindow", "AdmitUser", "FakeElevator"))
         self._make_users()
         self._leave_environments_empty()
@@ -240,6 +240,13 @@ def _forbid_writing_outside(build):
         folder = pathlib.Path(mounted["target"])
         if not any(folder.is_relative_to(path) for path in kept):
             _mount("-o", "remount,bind,ro", folder)
+
+
+def _executable_copy(program):
+    """For all users, whoever may execute the original."""
+    copy = pathlib.Path(shutil.copyfile(program, FOLDER / program.name))
+    copy.chmod(0o755)
+    return copy
 
 
 def _private_copy(folder, kept):
