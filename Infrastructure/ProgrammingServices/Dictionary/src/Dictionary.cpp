@@ -184,6 +184,7 @@ Item* Dictionary::getItem(const char* cpath) const
 
     if (!Contract::require(cpath != nullptr, "cpath != NULL", UNIT))
         return nullptr;
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.StringChecker): the check tells whether it is null
     return getItem(std::string(cpath));
 }
 
