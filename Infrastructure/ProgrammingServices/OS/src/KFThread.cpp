@@ -85,6 +85,7 @@ void* KFThread::threadStart(void* argument)
         return nullptr;
     auto* const thread = static_cast<KFThread*>(argument);
     t_current = thread;
+    // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): the check tells whether it is null
     if (thread->isTraced())
         Tracer::GetInstance()->BeginningOfThread(thread->m_name->c_str());
     thread->run();
