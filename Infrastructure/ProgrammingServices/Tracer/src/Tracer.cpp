@@ -117,6 +117,7 @@ int Tracer::UpdateObjectCount(const CallMarker& marker)
 bool Tracer::isThreadPermittedToPrint(const char* threadName)
 {
     const KFMutexGuard guard(m_mutex);
+    // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker): its caller has checked the name
     return m_threadPatterns.match(threadName);
 }
 
@@ -136,6 +137,7 @@ void Tracer::TraceTheThread(const char* threadName)
 {
     if (!Contract::require(threadName != nullptr, "threadName != NULL", UNIT))
         return;
+    // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker): the check tells whether it is null
     const std::string_view strThreadName = threadName;
     if (!Contract::require(!strThreadName.empty(), "!strThreadName.empty()", UNIT))
         return;
@@ -147,6 +149,7 @@ void Tracer::TraceTheCall(const char* className)
 {
     if (!Contract::require(className != nullptr, "className != NULL", UNIT))
         return;
+    // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker): the check tells whether it is null
     const std::string_view strClassName = className;
     if (!Contract::require(!strClassName.empty(), "!strClassName.empty()", UNIT))
         return;
